@@ -1,0 +1,57 @@
+# What the scripts share; sourced by them. Sets `root` (the clone) and `build` (the build folder).
+# shellcheck shell=bash
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
+build=${VGUI_BUILD_DIR:-$root/build}
+[[ $build == /* ]] || build=$PWD/$build
+
+say() { printf '== %s\n' "$*"; }
+
+die() {
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
+    exit 1
+}
+
+windows_path() {
+    local path=Z:$1
+    printf '%s\n' "${path//\//\\}"
+}
+
+# run_child COMMAND...: runs it so that an interrupt of this script alone reaches it too: the shell would
+# otherwise wait for the command to end before looking at its traps.
+child=
+run_child() {
+    local status=0
+    "$@" <&0 &
+    child=$!
+    wait "$child" || status=$?
+    child=
+    return "$status"
+}
+
+end_child() {
+    [[ -n $child ]] || return 0
+    kill -TERM "$child" 2>/dev/null || true
+    wait "$child" 2>/dev/null || true
+    child=
+}
+
+# exit_on_signals: turns the usual signals into an ordinary exit, so that one EXIT trap cleans up.
+exit_on_signals() {
+    trap 'exit 130' INT
+    trap 'exit 143' TERM
+    trap 'exit 129' HUP
+}
+
+configure_and_build() {
+    say "configuring $build"
+    mkdir -p "$build"
+    run_child cmake --preset mingw -S "$root" -B "$build" -DVGUI_WERROR="${VGUI_WERROR:-OFF}" \
+        >"$build/configure.log" 2>&1 || {
+        cat "$build/configure.log" >&2
+        die "the build could not be configured"
+    }
+    say "building"
+    run_child cmake --build "$build" || die "the build failed"
+}
