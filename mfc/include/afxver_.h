@@ -1,0 +1,43 @@
+// Calling conventions, export marks and other compiler settings of the framework headers.
+#pragma once
+
+#ifndef _UNICODE
+#define _UNICODE
+#endif
+#ifndef UNICODE
+#define UNICODE
+#endif
+#ifndef STRICT
+#define STRICT
+#endif
+#ifndef WINVER
+#define WINVER 0x0A00
+#endif
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0A00
+#endif
+
+// Marks what the framework DLL exports. AFX_SUBSET_BUILD is defined while the DLL itself is compiled.
+#ifdef AFX_SUBSET_BUILD
+#define AFX_SUBSET_API __declspec(dllexport)
+#else
+#define AFX_SUBSET_API __declspec(dllimport)
+#endif
+
+// For hosts' own extension DLLs: AFX_EXT_CLASS exports in the DLL (_AFXEXT) and imports elsewhere.
+#ifdef _AFXEXT
+#define AFX_EXT_CLASS __declspec(dllexport)
+#else
+#define AFX_EXT_CLASS __declspec(dllimport)
+#endif
+#define AFX_EXT_API AFX_EXT_CLASS
+#define AFX_EXT_DATA AFX_EXT_CLASS
+
+#define AFXAPI __stdcall
+#define AFX_CDECL __cdecl
+#define AFX_MSG_CALL
+#define afx_msg
+#define AFX_DATA
+#define AFX_DATADEF
+#define AFX_COMDAT
+#define AFX_NOVTABLE

@@ -1,0 +1,5 @@
+#include <afxext.h>
+
+IMPLEMENT_DYNAMIC(CControlBar, CWnd)
+
+CControlBar::~CControlBar() = default;
