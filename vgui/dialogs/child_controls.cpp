@@ -1,0 +1,101 @@
+#include "vgui/dialogs/child_controls.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace
+{
+
+constexpr int kAnyType = -1;
+// The part of a button's style that tells push buttons, check boxes, radio buttons and group boxes apart.
+constexpr DWORD kButtonTypeMask = 0x1F;
+
+// What the dialogs have to know of one control class of the library. A null function means: not for this
+// class.
+struct ControlRow {
+    LPCWSTR windowClass; // the standard class that it replaces
+    int buttonType;      // BS_..., kAnyType for classes other than "Button"
+    CRuntimeClass* (*runtimeClass)();
+    std::unique_ptr<CWnd> (*create)();
+    void (*setCheck)(CWnd& control, int state); // takes over the check state and repaints
+    int (*getCheck)(CWnd& control);             // of check boxes and radio buttons
+    bool ownTextColor;
+};
+
+// The one place that names the library's control classes. No control is replaced as long as there are no
+// rows.
+constexpr std::array<ControlRow, 0> kControls{};
+
+const ControlRow* RowForStandard(HWND child)
+{
+    std::array<wchar_t, 64> name{};
+    ::GetClassNameW(child, name.data(), static_cast<int>(name.size()));
+    const int type = static_cast<int>(::GetWindowLongPtrW(child, GWL_STYLE) & kButtonTypeMask);
+    for (const ControlRow& row : kControls) {
+        if (::lstrcmpiW(row.windowClass, name.data()) == 0 &&
+            (row.buttonType == kAnyType || row.buttonType == type))
+            return &row;
+    }
+    return nullptr;
+}
+
+const ControlRow* RowForLibrary(CWnd& control)
+{
+    for (const ControlRow& row : kControls) {
+        if (control.IsKindOf(row.runtimeClass()))
+            return &row;
+    }
+    return nullptr;
+}
+
+void Replace(HWND child, const ControlRow& row, CArray<CWnd*>& owned)
+{
+    std::optional<int> check;
+    if (row.setCheck != nullptr)
+        check = static_cast<int>(::SendMessageW(child, BM_GETCHECK, 0, 0));
+    std::unique_ptr<CWnd> control = row.create();
+    if (!control->SubclassWindow(child))
+        return;
+    if (check)
+        row.setCheck(*control, *check);
+    owned.Add(control.get());
+    control.release();
+}
+
+} // namespace
+
+void ReplaceStandardControls(CWnd& dialog, CArray<CWnd*>& owned)
+{
+    HWND next = nullptr;
+    for (HWND child = ::GetWindow(dialog.GetSafeHwnd(), GW_CHILD); child != nullptr; child = next) {
+        next = ::GetWindow(child, GW_HWNDNEXT);
+        const ControlRow* row = CWnd::FromHandlePermanent(child) == nullptr ? RowForStandard(child) : nullptr;
+        if (row != nullptr)
+            Replace(child, *row, owned);
+    }
+}
+
+bool GetReplacedCheck(CWnd& control, int& state)
+{
+    const ControlRow* row = RowForLibrary(control);
+    if (row == nullptr || row->getCheck == nullptr)
+        return false;
+    state = row->getCheck(control);
+    return true;
+}
+
+bool SetReplacedCheck(CWnd& control, int state)
+{
+    const ControlRow* row = RowForLibrary(control);
+    if (row == nullptr || row->getCheck == nullptr)
+        return false;
+    row->setCheck(control, state);
+    return true;
+}
+
+bool ChoosesOwnTextColor(CWnd& control)
+{
+    const ControlRow* row = RowForLibrary(control);
+    return row != nullptr && row->ownTextColor;
+}

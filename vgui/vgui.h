@@ -1,0 +1,11 @@
+// Everything the library offers, for hosts that want one include.
+#pragma once
+
+#include "vgui/dialogs/gui_dlg.h"
+#include "vgui/export.h"
+#include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/gui_manager.h"
+#include "vgui/foundation/skin_host.h"
+#include "vgui/foundation/subclass_wnd.h"
+#include "vgui/foundation/window_helpers.h"
+#include "vgui/module.h"
