@@ -11,7 +11,6 @@ endif()
 
 set(cxx_options
   -Wall -Wextra -Wpedantic
-  -Wcast-align=strict
   -Wdate-time
   -Wduplicated-cond
   -Wextra-semi

@@ -88,7 +88,7 @@ BOOL InitVguiDLL()
     if (!s_extension.bInitialized)
         return FALSE;
     // A regular DLL has a module state of its own, whose chain does not hold the library yet.
-    for (const CDynLinkLibrary* link = AfxGetModuleState()->m_pFirstLibrary; link != nullptr;
+    for (const CDynLinkLibrary* link = AfxGetModuleState()->m_libraryList; link != nullptr;
          link = link->m_pNextDLL) {
         if (link->m_hModule == s_extension.hModule)
             return TRUE;

@@ -1,6 +1,7 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/export.h"
 #include "vgui/foundation/draw_helpers.h"

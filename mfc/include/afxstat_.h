@@ -43,7 +43,7 @@ public:
     // Set by AfxEnableControlContainer: this module's windows may contain ActiveX controls.
     BOOL m_bControlContainer = FALSE;
     // Newest first; each CDynLinkLibrary links itself in and out.
-    CDynLinkLibrary* m_pFirstLibrary = nullptr;
+    CDynLinkLibrary* m_libraryList = nullptr;
 };
 
 // What the framework keeps for one thread, whatever the module.

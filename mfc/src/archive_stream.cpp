@@ -33,12 +33,12 @@ STDMETHODIMP ArchiveStream::Read(void* buffer, ULONG bytes, ULONG* bytesRead)
         failure->Delete();
         m_failed = true;
     }
+    // Readers of image lists take what an early end of the archive left out for pixels, so it is a failure.
+    m_failed = m_failed || count < bytes;
     m_position += count;
     if (bytesRead != nullptr)
         *bytesRead = count;
-    if (m_failed)
-        return STG_E_READFAULT;
-    return count == bytes ? S_OK : S_FALSE;
+    return m_failed ? STG_E_READFAULT : S_OK;
 }
 
 STDMETHODIMP ArchiveStream::Write(const void* buffer, ULONG bytes, ULONG* bytesWritten)

@@ -18,7 +18,7 @@ public:
     ArchiveStream& operator=(const ArchiveStream&) = delete;
     virtual ~ArchiveStream() = default;
 
-    // Whether the archive has thrown.
+    // Whether the archive has thrown or ended before all that was asked for had been read.
     [[nodiscard]] bool Failed() const { return m_failed; }
 
     STDMETHOD(QueryInterface)(REFIID riid, void** object) override;

@@ -89,7 +89,11 @@ BOOL CImageList::DeleteImageList()
 
 CImageList* CImageList::FromHandle(HIMAGELIST hImageList)
 {
-    return afx_subset::ImageListMap().FromHandle(hImageList);
+    CImageList* const list = afx_subset::ImageListMap().FromHandle(hImageList);
+    // A temporary object whose list was deleted or detached stands for whichever list got the same handle.
+    if (list != nullptr)
+        list->m_hImageList = hImageList;
+    return list;
 }
 
 CImageList* CImageList::FromHandlePermanent(HIMAGELIST hImageList)
@@ -305,7 +309,12 @@ BOOL CImageList::Read(CArchive* pArchive)
     if (pArchive == nullptr || m_hImageList != nullptr)
         return FALSE;
     afx_subset::ArchiveStream stream(*pArchive);
-    return AdoptNew(ImageList_Read(&stream));
+    const HIMAGELIST list = ImageList_Read(&stream);
+    if (!stream.Failed())
+        return AdoptNew(list);
+    if (list != nullptr)
+        ImageList_Destroy(list);
+    return FALSE;
 }
 
 BOOL CImageList::Write(CArchive* pArchive)

@@ -58,7 +58,8 @@ LRESULT CListCtrl::SetSelectedColumn(int iCol)
 BOOL CListCtrl::GetColumnOrderArray(LPINT piArray, int iCount)
 {
     // The control writes a number for each column asked for, whether it has so many or not.
-    const int columns = Send<int>(GetHeaderCtrl(), HDM_GETITEMCOUNT);
+    const CHeaderCtrl* const header = GetHeaderCtrl();
+    const int columns = header == nullptr ? 0 : header->GetItemCount();
     if (iCount == -1)
         iCount = columns;
     if (piArray == nullptr || iCount < 0 || iCount > columns)

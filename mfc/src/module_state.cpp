@@ -84,8 +84,8 @@ AFX_MODULE_STATE::AFX_MODULE_STATE(BOOL bDLL) : m_bDLL(static_cast<BYTE>(bDLL))
 
 AFX_MODULE_STATE::~AFX_MODULE_STATE()
 {
-    while (m_pFirstLibrary != nullptr)
-        delete m_pFirstLibrary;
+    while (m_libraryList != nullptr)
+        delete m_libraryList;
     if (t_threadData != nullptr) {
         if (t_threadData->state.m_pModuleState == this)
             t_threadData->state.m_pModuleState = nullptr;
@@ -265,7 +265,7 @@ namespace
 
 void DeleteLibraries(AFX_MODULE_STATE& moduleState, HMODULE hModule)
 {
-    CDynLinkLibrary* library = moduleState.m_pFirstLibrary;
+    CDynLinkLibrary* library = moduleState.m_libraryList;
     while (library != nullptr) {
         CDynLinkLibrary* const next = library->m_pNextDLL;
         if (library->m_hModule == hModule)
@@ -302,13 +302,13 @@ CDynLinkLibrary::CDynLinkLibrary(HINSTANCE hModule, HINSTANCE hResource)
 void CDynLinkLibrary::LinkIn()
 {
     m_pModuleState = AfxGetModuleState();
-    m_pNextDLL = m_pModuleState->m_pFirstLibrary;
-    m_pModuleState->m_pFirstLibrary = this;
+    m_pNextDLL = m_pModuleState->m_libraryList;
+    m_pModuleState->m_libraryList = this;
 }
 
 CDynLinkLibrary::~CDynLinkLibrary()
 {
-    CDynLinkLibrary** link = &m_pModuleState->m_pFirstLibrary;
+    CDynLinkLibrary** link = &m_pModuleState->m_libraryList;
     while (*link != nullptr && *link != this)
         link = &(*link)->m_pNextDLL;
     if (*link == this)
@@ -331,7 +331,7 @@ HINSTANCE FindResourceModule(HasResource hasResource)
     const AFX_MODULE_STATE& state = *AfxGetModuleState();
     if (hasResource(state.m_hCurrentResourceHandle))
         return state.m_hCurrentResourceHandle;
-    for (CDynLinkLibrary* library = state.m_pFirstLibrary; library != nullptr;
+    for (CDynLinkLibrary* library = state.m_libraryList; library != nullptr;
          library = library->m_pNextDLL) {
         if (library->m_hResource != nullptr && hasResource(library->m_hResource))
             return library->m_hResource;

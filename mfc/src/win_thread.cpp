@@ -1,5 +1,6 @@
 #include <afxwin.h>
 
+#include <memory>
 #include <process.h>
 
 #include "dispatch.h"
@@ -31,17 +32,17 @@ namespace
 struct ThreadStart {
     CWinThread* thread;
     AFX_MODULE_STATE* moduleState;
-    HANDLE started;
 };
 
 unsigned __stdcall ThreadMain(void* parameter)
 {
-    auto* const start = static_cast<ThreadStart*>(parameter);
-    CWinThread* const thread = start->thread;
-    AfxGetThreadState()->m_pModuleState = start->moduleState;
-    AfxGetModuleThreadState()->m_pCurrentWinThread = thread;
-    // The creator's structure is gone after this.
-    ::SetEvent(start->started);
+    CWinThread* thread = nullptr;
+    {
+        const std::unique_ptr<ThreadStart> start(static_cast<ThreadStart*>(parameter));
+        thread = start->thread;
+        AfxGetThreadState()->m_pModuleState = start->moduleState;
+        AfxGetModuleThreadState()->m_pCurrentWinThread = thread;
+    }
 
     UINT exitCode = 0;
     if (thread->m_pfnThreadProc != nullptr)
@@ -71,24 +72,18 @@ CWinThread* Begin(CWinThread* thread, int nPriority, UINT nStackSize, DWORD dwCr
 
 BOOL CWinThread::CreateThread(DWORD dwCreateFlags, UINT nStackSize, LPSECURITY_ATTRIBUTES lpSecurityAttrs)
 {
-    ThreadStart start{this, AfxGetThreadState()->m_pModuleState,
-                      ::CreateEvent(nullptr, TRUE, FALSE, nullptr)};
-    if (start.started == nullptr)
-        return FALSE;
+    auto start = std::make_unique<ThreadStart>(ThreadStart{this, AfxGetThreadState()->m_pModuleState});
     unsigned id = 0;
-    m_hThread = reinterpret_cast<HANDLE>(
-        ::_beginthreadex(lpSecurityAttrs, nStackSize, &ThreadMain, &start, CREATE_SUSPENDED, &id));
+    // Suspended at first, so that the thread finds its handle and id in the object.
+    m_hThread = reinterpret_cast<HANDLE>(::_beginthreadex(
+        lpSecurityAttrs, nStackSize, &ThreadMain, start.get(), dwCreateFlags | CREATE_SUSPENDED, &id));
     m_nThreadID = id;
-    const bool created = m_hThread != nullptr;
-    if (created) {
-        // The thread takes what it needs from here before it is left to itself.
-        ::ResumeThread(m_hThread);
-        ::WaitForSingleObject(start.started, INFINITE);
-        if ((dwCreateFlags & CREATE_SUSPENDED) != 0)
-            ::SuspendThread(m_hThread);
-    }
-    ::CloseHandle(start.started);
-    return created;
+    if (m_hThread == nullptr)
+        return FALSE;
+    start.release(); // the thread's now
+    if ((dwCreateFlags & CREATE_SUSPENDED) == 0)
+        ResumeThread();
+    return TRUE;
 }
 
 CWinThread* AFXAPI AfxBeginThread(AFX_THREADPROC pfnThreadProc, LPVOID pParam, int nPriority, UINT nStackSize,

@@ -167,9 +167,19 @@ void VGuiDlg::ShowCapBtnTip(CPoint point)
     if (!tip.IsEmpty()) {
         CString current;
         m_ToolTip.GetText(current, this);
-        if (current != tip)
+        if (current != tip) {
+            // Away with the tip of the button before; this one's appears beside this button.
+            m_ToolTip.Pop();
             m_ToolTip.UpdateTipText(tip, this);
+        }
     }
     // The bare caption shows no tip: the last button's text would be wrong there.
     m_ToolTip.Activate(!tip.IsEmpty());
+    if (!tip.IsEmpty()) {
+        // Tooltip controls follow the mouse by its client-area messages only.
+        CPoint client = point;
+        ScreenToClient(&client);
+        MSG move{m_hWnd, WM_MOUSEMOVE, 0, MAKELPARAM(client.x, client.y), ::GetTickCount(), point};
+        m_ToolTip.RelayEvent(&move);
+    }
 }

@@ -9,7 +9,13 @@ namespace
 constexpr int kNothingToUndo = -1;
 constexpr int kMinVisible = 10;
 
-VGShellOpener g_shellOpener = &::ShellExecuteExW;
+// The imported function itself can have several addresses, which would make it hard to recognise.
+BOOL WINAPI OpenWithShell(SHELLEXECUTEINFOW* request)
+{
+    return ::ShellExecuteExW(request);
+}
+
+VGShellOpener g_shellOpener = &OpenWithShell;
 
 HWND HandleOf(const CWnd* pWnd)
 {
@@ -193,5 +199,5 @@ BOOL VGShellExecute(LPCWSTR verb, LPCWSTR target, int nShowCmd, ULONG fMask)
 
 VGShellOpener VGSetShellOpener(VGShellOpener opener)
 {
-    return std::exchange(g_shellOpener, opener != nullptr ? opener : &::ShellExecuteExW);
+    return std::exchange(g_shellOpener, opener != nullptr ? opener : &OpenWithShell);
 }

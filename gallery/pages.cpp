@@ -1,0 +1,41 @@
+#include "gallery/pages.h"
+
+IMPLEMENT_DYNAMIC(PageDlg, VGuiDlg)
+
+PageDlg::PageDlg(UINT nIDTemplate, CWnd* pParent)
+    : VGuiDlg(nIDTemplate, pParent), m_nIDTemplate(nIDTemplate), m_pOwner(pParent)
+{
+}
+
+bool PageDlg::Open()
+{
+    if (m_hWnd == nullptr && !Create(m_nIDTemplate, m_pOwner))
+        return false;
+    ShowWindow(IsIconic() ? SW_RESTORE : SW_SHOW);
+    SetForegroundWindow();
+    return true;
+}
+
+void PageDlg::OnOK()
+{
+    if (!m_bModeless)
+        VGuiDlg::OnOK();
+    else if (UpdateData())
+        DestroyWindow();
+}
+
+void PageDlg::OnCancel()
+{
+    if (m_bModeless)
+        DestroyWindow();
+    else
+        VGuiDlg::OnCancel();
+}
+
+const std::vector<GalleryPage>& GalleryPages()
+{
+#define GALLERY_PAGE_ROW(Page) Page(),
+    static const std::vector<GalleryPage> pages{GALLERY_PAGES(GALLERY_PAGE_ROW)};
+#undef GALLERY_PAGE_ROW
+    return pages;
+}

@@ -1,0 +1,41 @@
+// Resource identifiers of the gallery.
+#pragma once
+
+#define IDD_MAIN 101
+#define IDD_DIALOGS 102
+#define IDD_MODELESS 103
+#define IDD_MODAL 104
+#define IDD_SIZING 105
+#define IDD_NO_CAPTION 106
+#define IDD_CLOSE_ONLY 107
+#define IDD_EDITOR_COMMAND 108
+#define IDD_DRAWING 109
+
+#define IDC_PAGES 1001
+#define IDC_OPEN 1002
+#define IDC_DESCRIPTION 1003
+#define IDC_CANVAS 1004
+#define IDC_CANVAS_TITLE 1005
+#define IDC_PAGES_TITLE 1006
+
+#define IDC_SHOW_MODELESS 1101
+#define IDC_SHOW_MODAL 1102
+#define IDC_LOCK_WIDTH 1103
+#define IDC_LOCK_HEIGHT 1104
+#define IDC_MINIMUM 1105
+#define IDC_SHOW_NO_CAPTION 1106
+#define IDC_SHOW_CLOSE_ONLY 1107
+
+#define IDC_RULE 1201
+#define IDC_NAME 1202
+#define IDC_KIND 1203
+#define IDC_VISIBLE 1204
+#define IDC_ANSWER 1205
+
+#define IDC_PICK 1301
+#define IDC_PICKED 1302
+#define IDC_PICK_MODAL 1303
+
+#ifndef IDC_STATIC
+#define IDC_STATIC (-1)
+#endif

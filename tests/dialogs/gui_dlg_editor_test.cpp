@@ -1,0 +1,136 @@
+#include "tests/dialogs/gui_dlg_fixture.h"
+#include "tests/support/environment.h"
+#include "tests/support/modal.h"
+
+using namespace support;
+
+namespace
+{
+
+// A frame window as the host's main window, for the time of one test.
+class GuiDlgEditor : public GuiDlgTest
+{
+protected:
+    void SetUp() override
+    {
+        m_oldMain = AfxGetApp()->m_pMainWnd;
+        m_frame = new CFrameWnd; // deletes itself
+        ASSERT_TRUE(m_frame->Create(nullptr, L"host", WS_OVERLAPPEDWINDOW, CRect(20, 20, 180, 120)));
+        m_frame->ShowWindow(SW_SHOW);
+        AfxGetApp()->m_pMainWnd = m_frame;
+        PumpMessages();
+    }
+    void TearDown() override
+    {
+        AfxGetApp()->m_pMainWnd = m_oldMain;
+        m_frame->DestroyWindow();
+    }
+
+    CFrameWnd* m_frame = nullptr;
+    CWnd* m_oldMain = nullptr;
+};
+
+void OpenOwned(TestDlg& dlg, CWnd* owner)
+{
+    const DialogTemplate t = PlainTemplate();
+    ASSERT_TRUE(dlg.CreateIndirect(t.Get(), owner));
+    dlg.ShowWindow(SW_SHOW);
+    dlg.SetForegroundWindow();
+    PumpMessages();
+}
+
+} // namespace
+
+TEST_F(GuiDlgEditor, ModelessDialogGivesWayToItsParentAndComesBack)
+{
+    TestDlg dlg;
+    OpenOwned(dlg, m_frame);
+    {
+        const VEditorCommand command(&dlg);
+        EXPECT_EQ(dlg.m_nEditorState, 3);
+        EXPECT_FALSE(dlg.IsWindowVisible());
+        EXPECT_EQ(CWnd::GetActiveWindow(), m_frame);
+        EXPECT_EQ(CWnd::GetFocus(), m_frame);
+    }
+    EXPECT_EQ(dlg.m_nEditorState, 0);
+    EXPECT_TRUE(dlg.IsWindowVisible());
+    EXPECT_EQ(CWnd::GetActiveWindow(), &dlg);
+    EXPECT_TRUE(m_frame->IsWindowEnabled());
+}
+
+TEST_F(GuiDlgEditor, HiddenDialogStaysHidden)
+{
+    TestDlg dlg;
+    OpenOwned(dlg, m_frame);
+    dlg.ShowWindow(SW_HIDE);
+    dlg.BeginEditorCommand();
+    EXPECT_EQ(dlg.m_nEditorState, 1);
+    dlg.CompleteEditorCommand();
+    EXPECT_EQ(dlg.m_nEditorState, 0);
+    EXPECT_FALSE(dlg.IsWindowVisible());
+}
+
+TEST_F(GuiDlgEditor, ModalDialogEnablesItsOwnersMeanwhile)
+{
+    TestDlg dlg(m_frame);
+    const DialogTemplate t = PlainTemplate();
+    ASSERT_TRUE(dlg.InitModalIndirect(t.Get(), m_frame));
+    auto answer = WhenModal([&](HWND) {
+        EXPECT_FALSE(m_frame->IsWindowEnabled());
+        VEditorCommand command(&dlg);
+        EXPECT_EQ(dlg.m_nEditorState, 3);
+        EXPECT_FALSE(dlg.IsWindowVisible());
+        EXPECT_TRUE(m_frame->IsWindowEnabled());
+        EXPECT_EQ(CWnd::GetFocus(), m_frame);
+        command.CompleteEditorCommand();
+        EXPECT_TRUE(dlg.IsWindowVisible());
+        EXPECT_FALSE(m_frame->IsWindowEnabled());
+        EXPECT_TRUE(dlg.IsWindowEnabled());
+        EXPECT_EQ(dlg.m_nEditorState, 0);
+        dlg.EndDialog(IDOK);
+    });
+    EXPECT_EQ(dlg.DoModal(), IDOK);
+    EXPECT_TRUE(m_frame->IsWindowEnabled());
+}
+
+TEST_F(GuiDlgEditor, CommandCompletesOnce)
+{
+    TestDlg dlg;
+    OpenOwned(dlg, m_frame);
+    {
+        VEditorCommand command(&dlg);
+        command.CompleteEditorCommand();
+        dlg.ShowWindow(SW_HIDE);
+    }
+    EXPECT_FALSE(dlg.IsWindowVisible());
+    dlg.CompleteEditorCommand(); // nothing was begun
+    EXPECT_FALSE(dlg.IsWindowVisible());
+}
+
+TEST_F(GuiDlgEditor, CommandInsideACommandDoesNotLoseTheDialog)
+{
+    TestDlg dlg;
+    OpenOwned(dlg, m_frame);
+    {
+        const VEditorCommand outer(&dlg);
+        const VEditorCommand inner(&dlg);
+        EXPECT_EQ(dlg.m_nEditorState, 3);
+    }
+    EXPECT_TRUE(dlg.IsWindowVisible());
+    EXPECT_EQ(dlg.m_nEditorState, 0);
+}
+
+TEST_F(GuiDlgEditor, CommandOutlivesItsDialog)
+{
+    VEditorCommand nothing(nullptr);
+    nothing.CompleteEditorCommand();
+
+    auto dlg = std::make_unique<TestDlg>();
+    const VEditorCommand unborn(dlg.get());
+    EXPECT_EQ(dlg->m_nEditorState, 0);
+    OpenOwned(*dlg, m_frame);
+    const VEditorCommand command(dlg.get());
+    dlg->DestroyWindow();
+    EXPECT_EQ(dlg->m_nEditorState, 0);
+    dlg.reset();
+}

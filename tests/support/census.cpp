@@ -1,0 +1,256 @@
+#include "tests/support/census.h"
+
+#include "tests/support/modal.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+
+#include <commctrl.h>
+#include <optional>
+#include <set>
+#include <sstream>
+#include <winternl.h>
+
+namespace support
+{
+
+namespace
+{
+
+// One entry of the process's table of GDI handles, which the process environment block points to.
+struct GdiTableEntry {
+    ULONG64 object;
+    USHORT process;
+    USHORT count;
+    USHORT unique;
+    BYTE type;
+    BYTE flags;
+    ULONG64 user;
+};
+static_assert(sizeof(GdiTableEntry) == 24);
+
+constexpr int kGdiTableSize = 65536;
+// The table's type makes no difference between brushes and pens; the upper word of the handle does.
+constexpr int kKindMask = 0x7F;
+constexpr size_t kGdiTableOffset = 0xF8; // in the process environment block
+// User handles are even; low words suffice to name one. More than this no test creates at a time.
+constexpr ULONG_PTR kFirstUserHandle = 0x20;
+constexpr ULONG_PTR kLastUserHandle = 0x4000;
+
+// Wine has no count of its own (GetGuiResources answers 0), but leaves its tables open to look at.
+bool IsWine()
+{
+    return ::GetProcAddress(::GetModuleHandle(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+// What the upper word of a handle of this kind says.
+const char* GdiKind(int kind)
+{
+    switch (kind) {
+    case 0x01:
+    case 0x41: // in memory
+        return "DC";
+    case 0x04:
+        return "region";
+    case 0x09:
+        return "bitmap";
+    case 0x08:
+        return "palette";
+    case 0x0A:
+        return "font";
+    case 0x10:
+        return "brush";
+    case 0x30:
+        return "pen";
+    case 0x50:
+        return "extended pen";
+    default:
+        return "other GDI object";
+    }
+}
+
+#ifdef _WIN64
+const BYTE* ProcessEnvironment()
+{
+    using Query = NTSTATUS(NTAPI*)(HANDLE, PROCESSINFOCLASS, PVOID, ULONG, PULONG);
+    const auto query = reinterpret_cast<Query>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandle(L"ntdll.dll"), "NtQueryInformationProcess")));
+    PROCESS_BASIC_INFORMATION information{};
+    query(::GetCurrentProcess(), ProcessBasicInformation, &information, sizeof information, nullptr);
+    return reinterpret_cast<const BYTE*>(information.PebBaseAddress);
+}
+
+void CountGdiTable(ObjectCounts& counts)
+{
+    const GdiTableEntry* table;
+    memcpy(&table, ProcessEnvironment() + kGdiTableOffset, sizeof table);
+    for (int i = 0; table != nullptr && i < kGdiTableSize; ++i) {
+        if (table[i].type != 0)
+            ++counts[GdiKind(table[i].unique & kKindMask)];
+    }
+}
+#endif
+
+bool IsOwnWindow(HWND window)
+{
+    DWORD process = 0;
+    return ::IsWindow(window) && ::GetWindowThreadProcessId(window, &process) != 0 &&
+           process == ::GetCurrentProcessId();
+}
+
+bool IsIcon(HICON handle)
+{
+    ICONINFO info{};
+    if (!::GetIconInfo(handle, &info))
+        return false;
+    ::DeleteObject(info.hbmMask);
+    if (info.hbmColor != nullptr)
+        ::DeleteObject(info.hbmColor);
+    return true;
+}
+
+void CountUserHandles(ObjectCounts& counts)
+{
+    for (ULONG_PTR value = kFirstUserHandle; value < kLastUserHandle; value += 2) {
+        if (IsOwnWindow(reinterpret_cast<HWND>(value)))
+            ++counts["window"];
+        else if (::IsMenu(reinterpret_cast<HMENU>(value)))
+            ++counts["menu"];
+        else if (::CopyAcceleratorTable(reinterpret_cast<HACCEL>(value), nullptr, 0) > 0)
+            ++counts["accelerator table"];
+        else if (IsIcon(reinterpret_cast<HICON>(value)))
+            ++counts["icon or cursor"];
+    }
+}
+
+std::string Describe(HWND window)
+{
+    wchar_t windowClass[64] = L"";
+    ::GetClassName(window, windowClass, static_cast<int>(std::size(windowClass)));
+    return testing::PrintToString(std::wstring(windowClass)) + " " +
+           testing::PrintToString(WindowText(window));
+}
+
+std::map<HWND, std::string> ListWindows()
+{
+    std::map<HWND, std::string> windows;
+    for (ULONG_PTR value = kFirstUserHandle; IsWine() && value < kLastUserHandle; value += 2) {
+        const auto window = reinterpret_cast<HWND>(value);
+        if (IsOwnWindow(window))
+            windows[window] = Describe(window);
+    }
+    return windows;
+}
+
+std::optional<Census> g_suiteCensus;
+
+void ShowOneOfEach(HostWnd& host)
+{
+    const wchar_t* const classes[] = {
+        L"Button",      L"Edit",        L"ListBox",   L"ComboBox",    L"ScrollBar",    L"Static",
+        WC_TREEVIEW,    WC_LISTVIEW,    WC_HEADER,    WC_TABCONTROL,  WC_COMBOBOXEX,   TOOLBARCLASSNAME,
+        TOOLTIPS_CLASS, PROGRESS_CLASS, UPDOWN_CLASS, TRACKBAR_CLASS, STATUSCLASSNAME, DATETIMEPICK_CLASS,
+        MONTHCAL_CLASS, REBARCLASSNAME, HOTKEY_CLASS,
+    };
+    for (const wchar_t* windowClass : classes) {
+        const DWORD kind = wcscmp(windowClass, TOOLTIPS_CLASS) == 0 ? WS_POPUP : WS_CHILD | WS_VISIBLE;
+        const HWND control = ::CreateWindow(windowClass, L"text", kind, 10, 10, 100, 60, host.m_hWnd, nullptr,
+                                            ::GetModuleHandle(nullptr), nullptr);
+        if (kind & WS_CHILD)
+            ::SetFocus(control);
+        PumpMessages();
+        ::DestroyWindow(control);
+    }
+}
+
+void ShowMenu(HWND owner)
+{
+    const HMENU menu = ::CreatePopupMenu();
+    ::AppendMenu(menu, MF_STRING | MF_CHECKED, 1, L"text");
+    {
+        const MenuAnswer answer = CancelMenu();
+        ::TrackPopupMenu(menu, 0, 60, 60, 0, owner, nullptr);
+    }
+    ::DestroyMenu(menu);
+}
+
+} // namespace
+
+ObjectCounts CountObjects()
+{
+    RunIdle();
+    ObjectCounts counts;
+    if (!IsWine()) {
+        counts["GDI object"] = static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
+        counts["user object"] = static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
+        return counts;
+    }
+#ifdef _WIN64
+    CountGdiTable(counts);
+#endif
+    CountUserHandles(counts);
+    return counts;
+}
+
+Census::Census() : m_counts(CountObjects()), m_windows(ListWindows()) {}
+
+testing::AssertionResult Census::Unchanged() const
+{
+    ObjectCounts now = CountObjects();
+    ObjectCounts before = m_counts;
+    std::ostringstream differences;
+    for (const auto& [kind, count] : m_counts)
+        now.try_emplace(kind, 0);
+    for (const auto& [kind, count] : now) {
+        if (count != before[kind])
+            differences << "\n  " << kind << ": " << before[kind] << " before, " << count << " now";
+    }
+    if (differences.str().empty())
+        return testing::AssertionSuccess();
+    for (const auto& [window, description] : ListWindows()) {
+        if (!m_windows.contains(window))
+            differences << "\n  new window " << description;
+    }
+    return testing::AssertionFailure() << "objects left behind" << differences.str();
+}
+
+void Census::ExpectUnchanged() const
+{
+    PumpMessages();
+    EXPECT_TRUE(Unchanged());
+}
+
+void WarmUpSystem()
+{
+    static bool done = false;
+    if (done)
+        return;
+    done = true;
+    INITCOMMONCONTROLSEX all{sizeof all, 0xFFFF};
+    ::InitCommonControlsEx(&all);
+    HostWnd host;
+    if (!host.Open({300, 200}, WS_OVERLAPPEDWINDOW))
+        return;
+    ShowOneOfEach(host);
+    ShowMenu(host.m_hWnd);
+    const ModalAnswer answer = AnswerMessageBox(IDOK);
+    ::MessageBox(host.m_hWnd, L"text", L"caption", MB_OK | MB_ICONINFORMATION);
+}
+
+void CensusTest::SetUpTestSuite()
+{
+    WarmUpSystem();
+    PumpMessages();
+    g_suiteCensus.emplace();
+}
+
+void CensusTest::TearDownTestSuite()
+{
+    // What the system makes at the first use of something and keeps for good depends on what the suite uses,
+    // so the first of the two rounds that the test main runs is its warm-up.
+    static std::set<std::string> warmedUp;
+    if (!warmedUp.insert(testing::UnitTest::GetInstance()->current_test_suite()->name()).second)
+        g_suiteCensus->ExpectUnchanged();
+    g_suiteCensus.reset();
+}
+
+} // namespace support
