@@ -57,6 +57,8 @@ AFX_EXTENSION_MODULE s_extension{};
 BOOL AttachToProcess(HINSTANCE instance)
 {
     const HostEntry host;
+    // The initialisation writes into the current application object, which must not be the host's.
+    AfxGetModuleState()->m_pCurrentWinApp = &s_app;
     if (!AfxWinInit(instance, nullptr, ::GetCommandLine(), SW_SHOWNORMAL))
         return FALSE;
     host.Restore();

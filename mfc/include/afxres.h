@@ -1,6 +1,7 @@
 // Identifiers that the framework reserves.
 #pragma once
 
+#include <windows.h>
 #include <winres.h>
 
 #ifndef IDC_STATIC

@@ -1,0 +1,267 @@
+#include "vgui/controls/splitter_bar.h"
+
+#include "tests/support/census.h"
+#include "tests/support/input.h"
+#include "tests/support/pixels.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+
+using namespace support;
+
+namespace
+{
+
+constexpr UINT kBarId = 77;
+constexpr UINT kMovedVertical = 4345;
+constexpr UINT kMovedHorizontal = 4346;
+constexpr COLORREF kBarColor = RGB(10, 120, 30);
+
+class OpenBar : public CSplitterBar
+{
+public:
+    using CSplitterBar::CSplitterBar;
+    using CSplitterBar::dragging;
+    using CSplitterBar::minSize1;
+    using CSplitterBar::minSize2;
+    using CSplitterBar::mostHigh;
+    using CSplitterBar::mostLow;
+};
+
+// A host of 300 by 200 with two panes that leave 6 pixels for the bar.
+class SplitterBar : public CensusTest
+{
+protected:
+    void Open(BOOL horizontal, DWORD color = kBarColor, DWORD hostStyle = WS_POPUP)
+    {
+        ASSERT_TRUE(host.Open({300, 200}, hostStyle));
+        const CRect first = horizontal ? CRect(10, 10, 290, 90) : CRect(10, 10, 140, 190);
+        const CRect second = horizontal ? CRect(10, 96, 290, 190) : CRect(146, 10, 290, 190);
+        ASSERT_TRUE(pane1.Create(_T(""), WS_CHILD | WS_VISIBLE, first, &host));
+        ASSERT_TRUE(pane2.Create(_T(""), WS_CHILD | WS_VISIBLE, second, &host));
+        bar = std::make_unique<OpenBar>(color);
+        ASSERT_TRUE(bar->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 6, 6), &host, kBarId, horizontal));
+        bar->SetPanes(&pane1, &pane2);
+        PumpMessages();
+    }
+
+    [[nodiscard]] CRect Place(const CWnd& window) const
+    {
+        CRect rect;
+        window.GetWindowRect(rect);
+        host.ScreenToClient(rect);
+        return rect;
+    }
+    [[nodiscard]] CPoint OnScreen(CPoint client) const { return ClientToScreen(host.m_hWnd, client); }
+
+    // The leading edge jumps to the mouse, so the press is made on it.
+    void DragTo(CPoint client)
+    {
+        const CPoint from = Place(*bar).TopLeft() + CSize(0, 0);
+        Drag({OnScreen(from), OnScreen(client + CSize(3, 3)), OnScreen(client)});
+        PumpMessages();
+    }
+
+    HostWnd host;
+    CStatic pane1;
+    CStatic pane2;
+    std::unique_ptr<OpenBar> bar;
+};
+
+} // namespace
+
+TEST_F(SplitterBar, FitsBetweenItsPanes)
+{
+    Open(FALSE);
+    EXPECT_EQ(Place(*bar), CRect(140, 10, 146, 190));
+    EXPECT_EQ(bar->mostLow, 10);
+    EXPECT_EQ(bar->mostHigh, 284);
+
+    // The first pane's height does not count for the bar's, its top does.
+    pane1.MoveWindow(10, 50, 100, 140);
+    pane2.MoveWindow(120, 20, 170, 10);
+    bar->SetPanes(&pane1, &pane2);
+    EXPECT_EQ(Place(*bar), CRect(110, 20, 120, 50));
+}
+
+TEST_F(SplitterBar, DragMovesBarAndPanesAndTellsTheParent)
+{
+    Open(FALSE);
+    DragTo({110, 10});
+    EXPECT_EQ(Place(*bar), CRect(110, 10, 116, 190));
+    EXPECT_EQ(Place(pane1), CRect(10, 10, 110, 190));
+    EXPECT_EQ(Place(pane2), CRect(116, 10, 290, 190));
+    const RecordedMessages told = host.Messages(kMovedHorizontal);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].wParam, kBarId);
+    EXPECT_EQ(LOWORD(told[0].lParam), 0xFFE2);
+    EXPECT_EQ(HIWORD(told[0].lParam), 0);
+    EXPECT_TRUE(host.Messages(kMovedVertical).empty());
+    EXPECT_EQ(::GetCapture(), nullptr);
+}
+
+TEST_F(SplitterBar, HorizontalBarMovesUpAndDown)
+{
+    Open(TRUE);
+    ASSERT_EQ(Place(*bar), CRect(10, 90, 290, 96));
+    DragTo({10, 60});
+    EXPECT_EQ(Place(*bar), CRect(10, 60, 290, 66));
+    EXPECT_EQ(Place(pane1), CRect(10, 10, 290, 60));
+    EXPECT_EQ(Place(pane2), CRect(10, 66, 290, 190));
+    const RecordedMessages told = host.Messages(kMovedVertical);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(static_cast<short>(LOWORD(told[0].lParam)), 0);
+    EXPECT_EQ(static_cast<short>(HIWORD(told[0].lParam)), -30);
+}
+
+TEST_F(SplitterBar, LimitsHoldAndTheUpperOneWinsWhenTheyCross)
+{
+    Open(FALSE);
+    bar->SetPanesMiniSize(-5, 10);
+    EXPECT_EQ(bar->minSize1, 0);
+    EXPECT_EQ(bar->minSize2, 10);
+
+    bar->SetPanesMiniSize(40, 50);
+    DragTo({2, 10});
+    EXPECT_EQ(Place(*bar).left, 50);
+    DragTo({295, 10});
+    EXPECT_EQ(Place(*bar).left, 234);
+    bar->SetPanesMiniSize(200, 200);
+    DragTo({150, 10});
+    EXPECT_EQ(bar->mostLow, 210);
+    EXPECT_EQ(bar->mostHigh, 84);
+    EXPECT_EQ(Place(*bar).left, 84);
+}
+
+TEST_F(SplitterBar, OutDriveModeLeavesThePanesAndTheLimitsAlone)
+{
+    Open(FALSE);
+    bar->SetOutDriveMode(TRUE);
+    bar->SetPanesMiniSize(100, 100);
+    DragTo({4, 10});
+    EXPECT_EQ(Place(*bar).left, 4);
+    EXPECT_EQ(Place(pane1), CRect(10, 10, 140, 190));
+    EXPECT_EQ(Place(pane2), CRect(146, 10, 290, 190));
+    const RecordedMessages told = host.Messages(kMovedHorizontal);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(static_cast<short>(LOWORD(told[0].lParam)), 4 - 140);
+}
+
+TEST_F(SplitterBar, DragPictureFollowsTheMouseAndGoesWithTheCapture)
+{
+    // With a caption, so that the window's corner is not that of the client area.
+    Open(FALSE, kBarColor, WS_POPUP | WS_CAPTION);
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    MoveTo(OnScreen({140, 50}));
+    Press();
+    MoveTo(OnScreen({200, 50}));
+    EXPECT_TRUE(bar->dragging);
+    const DibSurface during = CaptureClient(host.m_hWnd);
+    const CRect picture(200, 10, 206, 190);
+    int changed = 0;
+    for (int y = 0; y < during.Height(); ++y) {
+        for (int x = 0; x < during.Width(); ++x) {
+            if (during.Pixel(x, y) == before.Pixel(x, y))
+                continue;
+            ++changed;
+            EXPECT_TRUE(picture.PtInRect(CPoint(x, y))) << x << ' ' << y;
+        }
+    }
+    EXPECT_EQ(changed, picture.Width() * picture.Height() / 2);
+
+    ::ReleaseCapture();
+    EXPECT_FALSE(bar->dragging);
+    ExpectPixels(CaptureClient(host.m_hWnd), [&](int x, int y) { return before.Pixel(x, y); });
+    Release();
+    EXPECT_EQ(Place(*bar).left, 140);
+    EXPECT_TRUE(host.Messages(kMovedHorizontal).empty());
+}
+
+TEST_F(SplitterBar, ReleaseWithoutAMoveBeforeItLeavesNoPicture)
+{
+    Open(FALSE);
+    bar->SetOutDriveMode(TRUE);
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    bar->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 20));
+    bar->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(50, 20));
+    bar->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(90, 20));
+    PumpMessages();
+    const DibSurface after = CaptureClient(host.m_hWnd);
+    EXPECT_TRUE(AreasEqual(after, CRect(146, 10, 228, 190), before, CPoint(146, 10)));
+    EXPECT_EQ(Place(*bar).left, 230);
+}
+
+TEST_F(SplitterBar, PaintsALineInTheMiddleOrNothing)
+{
+    Open(FALSE);
+    pane1.MoveWindow(10, 10, 130, 180);
+    pane2.MoveWindow(147, 10, 143, 180);
+    bar->SetPanes(&pane1, &pane2);
+    bar->Invalidate();
+    const DibSurface shown = CaptureClient(bar->m_hWnd);
+    ASSERT_EQ(shown.Width(), 7);
+    EXPECT_EQ(shown.Pixel(2, 90), ::GetSysColor(COLOR_BTNHIGHLIGHT));
+    EXPECT_EQ(shown.Pixel(3, 90), kBarColor);
+    EXPECT_EQ(shown.Pixel(4, 90), ::GetSysColor(COLOR_BTNFACE));
+    EXPECT_EQ(shown.Count(kBarColor), 180 - 2);
+}
+
+TEST_F(SplitterBar, ColourZeroPaintsNothingAndStillDrags)
+{
+    Open(FALSE, 0);
+    CClientDC dc(bar.get());
+    dc.FillSolidRect(0, 0, 6, 180, RGB(1, 2, 3));
+    bar->Invalidate(FALSE);
+    bar->UpdateWindow();
+    EXPECT_EQ(CaptureClient(bar->m_hWnd).Count(RGB(1, 2, 3)), 6 * 180);
+    DragTo({100, 10});
+    EXPECT_EQ(Place(*bar).left, 100);
+}
+
+TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
+{
+    for (const BOOL horizontal : {FALSE, TRUE}) {
+        Open(horizontal);
+        const LPCTSTR name = MAKEINTRESOURCE(horizontal ? 30981 : 30980);
+        const HINSTANCE module = AfxFindResourceHandle(name, RT_GROUP_CURSOR);
+        ASSERT_NE(::FindResource(module, name, RT_GROUP_CURSOR), nullptr);
+        MoveTo(CenterOf(bar->m_hWnd));
+        EXPECT_EQ(::GetCursor(), ::LoadCursor(module, name));
+        bar.reset();
+        pane1.DestroyWindow();
+        pane2.DestroyWindow();
+        host.DestroyWindow();
+    }
+}
+
+TEST_F(SplitterBar, SurvivesWhatTheParentDoesWhenTold)
+{
+    Open(FALSE);
+    host.SetAnswer([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == kMovedHorizontal)
+            bar.reset();
+        return {};
+    });
+    DragTo({100, 10});
+    EXPECT_EQ(bar, nullptr);
+    EXPECT_EQ(Place(pane2).left, 106);
+    host.SetAnswer({});
+}
+
+TEST_F(SplitterBar, WorksWithoutPanesParentOrWindow)
+{
+    OpenBar loose;
+    EXPECT_FALSE(loose.Create(WS_CHILD, CRect(0, 0, 5, 5), nullptr, 1, FALSE));
+    loose.SetPanes(nullptr, nullptr);
+    loose.MovePanes();
+    EXPECT_FALSE(loose.IsCursorOverSplitter(CPoint(0, 0)));
+
+    Open(FALSE);
+    pane2.DestroyWindow();
+    DragTo({400, 10});
+    EXPECT_EQ(Place(*bar).left, 294);
+    EXPECT_EQ(Place(pane1), CRect(10, 10, 294, 190));
+}

@@ -1,0 +1,317 @@
+#include "vgui/dialogs/tab_pages.h"
+
+#include "tests/support/census.h"
+#include "tests/support/input.h"
+#include "tests/support/pixels.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+#include "vgui/foundation/gui_manager.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace support;
+
+namespace
+{
+
+constexpr UINT kTemplate = 7301;
+constexpr UINT kTabId = 55;
+
+std::vector<int> g_changes;
+
+class TestPage : public VTabPage
+{
+public:
+    explicit TestPage(UINT id = kTemplate) : VTabPage(id) {}
+    using VTabPage::m_clrBk;
+    void OnActivate() override { log += 'a'; }
+    int OnDeactive() override
+    {
+        log += 'd';
+        return mayLeave;
+    }
+    void OnDestroyP() override { log += m_hWnd != nullptr ? 'x' : '!'; }
+
+    std::string log;
+    int mayLeave = 1;
+};
+
+class TestTabs : public VTabDlgCtrl
+{
+public:
+    using VTabDlgCtrl::GetTitleRect;
+    using VTabDlgCtrl::MapPageToTabItem;
+    using VTabDlgCtrl::MapTabItemToPage;
+};
+
+class TabPages : public CensusTest
+{
+protected:
+    void SetUp() override
+    {
+        g_changes.clear();
+        ASSERT_TRUE(host.Open({400, 300}));
+        ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId));
+        tabs.SetFont(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
+    }
+    void TearDown() override
+    {
+        tabs.DestroyWindow();
+        host.DestroyWindow();
+    }
+    TestPage& Add(const wchar_t* title, int enabled = 1, UINT id = kTemplate)
+    {
+        pages.push_back(std::make_unique<TestPage>(id));
+        tabs.AddPage(title, pages.back().get(), enabled, 0, 0);
+        return *pages.back();
+    }
+    void AddThree(int second = 1)
+    {
+        Add(L"常规设置");
+        Add(L"B", second);
+        Add(L"C");
+    }
+    void ClickTab(int item)
+    {
+        CRect rect;
+        ASSERT_TRUE(tabs.GetItemRect(item, rect));
+        Click(ClientToScreen(tabs.m_hWnd, rect.CenterPoint()));
+    }
+    // The page that is visible, -1 for none, -2 for several.
+    [[nodiscard]] int Shown() const
+    {
+        int shown = -1;
+        for (size_t i = 0; i < pages.size(); ++i) {
+            if (pages[i]->m_hWnd != nullptr && pages[i]->IsWindowVisible())
+                shown = shown == -1 ? static_cast<int>(i) : -2;
+        }
+        return shown;
+    }
+
+    HostWnd host;
+    std::vector<std::unique_ptr<TestPage>> pages;
+    TestTabs tabs;
+};
+
+} // namespace
+
+TEST_F(TabPages, ClicksShowPagesAndTellCallbackAndParent)
+{
+    AddThree(0);
+    tabs.SetFunction([](int item) { g_changes.push_back(item); });
+    EXPECT_EQ(tabs.GetItemCount(), 2);
+    EXPECT_EQ(tabs.MapTabItemToPage(1), 2);
+    EXPECT_EQ(tabs.MapPageToTabItem(2), 1);
+    EXPECT_EQ(tabs.MapTabItemToPage(2), 3);
+    EXPECT_EQ(tabs.GetActive(), -1);
+    tabs.SetActive(0);
+    ASSERT_EQ(Shown(), 0);
+    EXPECT_EQ(pages[2]->m_hWnd, nullptr);
+    EXPECT_EQ(pages[0]->m_clrBk, RGB(250, 250, 251));
+
+    ClickTab(1);
+    EXPECT_EQ(Shown(), 2);
+    EXPECT_EQ(tabs.GetActive(), 2);
+    EXPECT_EQ(pages[0]->log, "ad");
+    EXPECT_EQ(g_changes, std::vector<int>{1});
+    EXPECT_EQ(host.CountNotify(kTabId, TCN_SELCHANGE), 1);
+
+    CRect tab, place, client;
+    tabs.GetItemRect(0, tab);
+    tabs.GetClientRect(client);
+    pages[2]->GetWindowRect(place);
+    tabs.ScreenToClient(place);
+    EXPECT_EQ(place, CRect(4, tab.Height() + 4, client.right - 4, client.bottom - 4));
+}
+
+TEST_F(TabPages, RefusingPageStaysShown)
+{
+    AddThree();
+    tabs.SetActive(L"B");
+    pages[1]->mayLeave = 0;
+    ClickTab(2);
+    EXPECT_EQ(Shown(), 1);
+    EXPECT_EQ(tabs.GetActive(), 1);
+    EXPECT_EQ(tabs.GetCurSel(), 2);
+    tabs.SetActive(L"b");
+    tabs.SetActive(7);
+    tabs.SetActive(-1);
+    EXPECT_EQ(Shown(), 1);
+}
+
+TEST_F(TabPages, DisablingTheActivePageShowsTheNextOrTheChosenOne)
+{
+    AddThree();
+    tabs.SetActive(1);
+    tabs.EnablePage(1, 1, nullptr);
+    EXPECT_EQ(tabs.GetItemCount(), 3);
+    tabs.EnablePage(L"B", 0, nullptr);
+    EXPECT_EQ(Shown(), 2);
+    EXPECT_EQ(tabs.GetCurSel(), 1);
+    tabs.EnablePage(2, 0, nullptr);
+    EXPECT_EQ(Shown(), 0);
+    tabs.EnablePage(1, 1, nullptr);
+    tabs.EnablePage(2, 1, nullptr);
+    EXPECT_EQ(tabs.GetCurSel(), 0);
+    int next = 2;
+    tabs.EnablePage(0, 0, &next);
+    EXPECT_EQ(Shown(), 2);
+    // A tab inserted in front of the active one does not take the selection.
+    tabs.EnablePage(0, 1, nullptr);
+    EXPECT_EQ(tabs.GetCurSel(), 2);
+    next = 99;
+    tabs.EnablePage(2, 0, &next);
+    EXPECT_EQ(Shown(), 0);
+}
+
+TEST_F(TabPages, DisablingTheLastEnabledPageEnds)
+{
+    AddThree(0);
+    tabs.SetActive(0);
+    tabs.EnablePage(2, 0, nullptr);
+    tabs.EnablePage(0, 0, nullptr);
+    EXPECT_EQ(Shown(), -1);
+    EXPECT_EQ(tabs.GetActive(), -1);
+    EXPECT_EQ(tabs.GetItemCount(), 0);
+    tabs.SetActive(1);
+    EXPECT_EQ(Shown(), 1);
+    EXPECT_TRUE(tabs.IsPageEnabled(1));
+}
+
+TEST_F(TabPages, TheTwentyFirstPageIsRefused)
+{
+    for (int i = 0; i < 20; ++i)
+        Add(L"p");
+    TestPage& last = Add(L"one too many");
+    tabs.AddPage(L"none", nullptr, 1, 0, 1);
+    EXPECT_EQ(tabs.GetPageNum(), 20);
+    EXPECT_EQ(tabs.GetItemCount(), 20);
+    tabs.SetActive(20);
+    tabs.SetActive(L"one too many");
+    EXPECT_EQ(last.m_hWnd, nullptr);
+    EXPECT_EQ(tabs.GetInnerPageData(20).pPage, nullptr);
+    EXPECT_EQ(tabs.GetInnerPageData(19).pPage, pages[19].get());
+}
+
+TEST_F(TabPages, PagesAreCreatedAgainAndDestroyedWithTheControl)
+{
+    AddThree();
+    TestPage& broken = Add(L"broken", 1, 4712);
+    tabs.SetActive(0);
+    tabs.EnsureInitialized(1);
+    const HWND first = pages[0]->m_hWnd;
+    EXPECT_FALSE(pages[1]->IsWindowVisible());
+    pages[0]->log.clear();
+    pages[0]->mayLeave = 0; // has no say in it
+    tabs.ReInitAllPages();
+    EXPECT_EQ(pages[0]->log, "xa");
+    EXPECT_EQ(pages[1]->log, "x");
+    EXPECT_EQ(pages[2]->m_hWnd, nullptr);
+    EXPECT_FALSE(::IsWindow(first) && pages[0]->m_hWnd == nullptr);
+    EXPECT_EQ(Shown(), 0);
+    pages[0]->mayLeave = 1;
+
+    tabs.SetActive(3);
+    EXPECT_EQ(broken.m_hWnd, nullptr);
+    EXPECT_EQ(tabs.GetActive(), -1);
+    tabs.SetActive(1);
+    pages[0]->DestroyWindow();
+    tabs.DestroyWindow();
+    EXPECT_EQ(pages[1]->log.back(), 'x');
+    EXPECT_EQ(pages[1]->m_hWnd, nullptr);
+    EXPECT_EQ(tabs.GetPageNum(), 0);
+}
+
+TEST_F(TabPages, SizingShowsThePageAgainUnlessItRefuses)
+{
+    AddThree();
+    tabs.SetActive(0);
+    pages[0]->GetDlgItem(1001)->SetFocus();
+    tabs.SetWindowPos(nullptr, 0, 0, 280, 180, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(pages[0]->log, "ada");
+    EXPECT_EQ(::GetFocus(), pages[0]->GetDlgItem(1001)->m_hWnd);
+    CRect kept, now;
+    pages[0]->GetWindowRect(kept);
+    EXPECT_EQ(kept.Width(), 272);
+    pages[0]->mayLeave = 0;
+    tabs.SetWindowPos(nullptr, 0, 0, 200, 100, SWP_NOMOVE | SWP_NOZORDER);
+    pages[0]->GetWindowRect(now);
+    EXPECT_EQ(now, kept);
+}
+
+TEST_F(TabPages, OutDrivenModeShowsTheTitleBandAndIgnoresClicks)
+{
+    AddThree();
+    tabs.SetFunction([](int item) { g_changes.push_back(item); });
+    tabs.SetActive(0);
+    CRect tab;
+    tabs.GetItemRect(1, tab);
+    tabs.SetOutDrivenMode(1);
+    tabs.SetActive(0);
+    Click(ClientToScreen(tabs.m_hWnd, tab.CenterPoint()));
+    EXPECT_EQ(Shown(), 0);
+    EXPECT_TRUE(g_changes.empty());
+    EXPECT_EQ(tabs.GetTitleRect(), CRect(0, 0, 300, 25));
+
+    const DibSurface shown = CaptureClient(tabs.m_hWnd);
+    SaveArtifact(shown, L"band");
+    EXPECT_EQ(shown.Pixel(150, 0), RGB(66, 145, 220));
+    EXPECT_EQ(shown.Pixel(150, 24), RGB(66, 145, 220));
+    EXPECT_EQ(shown.Pixel(150, 1), RGB(217, 234, 252));
+    EXPECT_EQ(shown.Pixel(290, 2), RGB(208, 228, 247));
+    EXPECT_GT(shown.Count(VGM.Outline.clrTitleText, CRect(2, 2, 100, 23)), 10);
+    CRect place;
+    pages[0]->GetWindowRect(place);
+    tabs.ScreenToClient(place);
+    EXPECT_EQ(place, CRect(1, 25, 299, 199));
+}
+
+TEST_F(TabPages, EnterAndEscapeOnAPageActOnTheDialog)
+{
+    AddThree();
+    tabs.SetActive(0);
+    for (const UINT command : {IDOK, IDCANCEL}) {
+        host.Clear();
+        pages[0]->SendMessage(WM_COMMAND, command, 0);
+        PumpMessages();
+        const RecordedMessages told = host.Messages(WM_COMMAND);
+        ASSERT_EQ(told.size(), 1u);
+        EXPECT_EQ(told[0].wParam, command);
+        EXPECT_EQ(Shown(), 0);
+    }
+}
+
+TEST_F(TabPages, TabsArePaintedByStateAndStyle)
+{
+    AddThree();
+    tabs.SetActive(0);
+    CRect selected, other;
+    tabs.GetItemRect(0, selected);
+    tabs.GetItemRect(1, other);
+    EXPECT_NE(tabs.GetStyle() & TCS_HOTTRACK, 0u);
+    DibSurface shown = CaptureClient(tabs.m_hWnd);
+    SaveArtifact(shown, L"gradient");
+    // The selected tab is open towards the page, the other one is not.
+    EXPECT_EQ(shown.Pixel(selected.left + 3, selected.bottom), VGM.Tab.clrPageBk);
+    EXPECT_EQ(shown.Pixel(other.left + 3, other.bottom), VGM.Tab.clrFrame);
+    EXPECT_EQ(shown.Pixel(other.left + 2, other.top + 3), VGM.Tab.clrFrom);
+
+    tabs.SetDrawingStyle(0);
+    EXPECT_EQ(CaptureClient(tabs.m_hWnd).Pixel(other.left + 2, other.top + 5), VGM.Tab.clrTo);
+    MoveTo(ClientToScreen(tabs.m_hWnd, other.CenterPoint()));
+    shown = CaptureClient(tabs.m_hWnd);
+    SaveArtifact(shown, L"hot");
+    EXPECT_EQ(shown.Pixel(other.left + 5, other.top + 3), VGM.Common.clrHot);
+    MoveTo(ClientToScreen(host.m_hWnd, CPoint(390, 290)));
+    EXPECT_TRUE(
+        PumpUntil([&] { return ClientPixel(tabs.m_hWnd, other.TopLeft() + CSize(5, 3)) == VGM.Tab.clrTo; }));
+
+    tabs.EnableWindow(FALSE);
+    shown = CaptureClient(tabs.m_hWnd);
+    SaveArtifact(shown, L"disabled");
+    EXPECT_EQ(shown.Count(VGM.Dlg.clrText, selected), 0);
+    EXPECT_GT(shown.Count(::GetSysColor(COLOR_GRAYTEXT), selected), 5);
+}

@@ -1,0 +1,196 @@
+// The painting of the tab control.
+#include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/gdi_scope.h"
+#include "vgui/foundation/gui_manager.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int kMaxCaption = 1024;
+constexpr int kCaptionMargin = 4; // pixels left and right of a caption
+constexpr int kImageGap = 4;
+constexpr int kRaise = 2;     // how far the selected tab stands above the others
+constexpr int kHotStripe = 2; // height of the stripe on the tab under the mouse
+
+} // namespace
+
+IMPLEMENT_DYNAMIC(VTabCtrl, CTabCtrl)
+
+BEGIN_MESSAGE_MAP(VTabCtrl, CTabCtrl)
+    ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
+    ON_WM_MOUSEMOVE()
+    ON_WM_MOUSELEAVE()
+    ON_WM_ENABLE()
+    ON_MESSAGE(WM_PRINTCLIENT, &VTabCtrl::OnPrintClient)
+END_MESSAGE_MAP()
+
+void VTabCtrl::SetDrawingStyle(int Style)
+{
+    m_nDrawingStyle = Style;
+    if (m_hWnd != nullptr)
+        Invalidate();
+}
+
+void VTabCtrl::PreSubclassWindow()
+{
+    ModifyStyle(0, TCS_HOTTRACK);
+    CTabCtrl::PreSubclassWindow();
+}
+
+BOOL VTabCtrl::OnEraseBkgnd(CDC*)
+{
+    return TRUE;
+}
+
+void VTabCtrl::OnPaint()
+{
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(client);
+    CDC memory;
+    CBitmap bitmap;
+    if (client.IsRectEmpty() || !memory.CreateCompatibleDC(&dc) ||
+        !bitmap.CreateCompatibleBitmap(&dc, client.Width(), client.Height()))
+        return;
+    const VSelectScope selected(memory, bitmap);
+    Draw(memory);
+    dc.BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0, SRCCOPY);
+}
+
+LRESULT VTabCtrl::OnPrintClient(WPARAM wParam, LPARAM)
+{
+    if (CDC* const dc = CDC::FromHandle(reinterpret_cast<HDC>(wParam)))
+        Draw(*dc);
+    return 0;
+}
+
+CRect VTabCtrl::GetBodyRect() const
+{
+    CRect body;
+    GetClientRect(body);
+    LONG bottom = body.top;
+    for (int item = 0; item < GetItemCount(); ++item) {
+        CRect tab;
+        if (GetItemRect(item, tab))
+            bottom = std::max(bottom, tab.bottom);
+    }
+    body.top = std::min(bottom, body.bottom);
+    return body;
+}
+
+void VTabCtrl::Draw(CDC& dc)
+{
+    const CFont* const font = GetFont();
+    const VSelectScope selectedFont(dc.m_hDC, font != nullptr ? font->m_hObject : nullptr);
+    const VBkModeScope transparent(dc.m_hDC, TRANSPARENT);
+    CRect client;
+    GetClientRect(client);
+    dc.FillSolidRect(client, VGGetParentBkColor(this));
+    const CRect body = GetBodyRect();
+    dc.FillSolidRect(body, VGM.Tab.clrPageBk);
+    dc.Draw3dRect(body, VGM.Tab.clrFrame, VGM.Tab.clrFrame);
+
+    const int selected = GetCurSel();
+    for (int item = 0; item < GetItemCount(); ++item) {
+        if (item != selected)
+            DrawTab(dc, item, false);
+    }
+    if (selected >= 0)
+        DrawTab(dc, selected, true);
+}
+
+void VTabCtrl::DrawTab(CDC& dc, int item, bool selected)
+{
+    CRect tab;
+    if (!GetItemRect(item, tab))
+        return;
+    if (!selected)
+        tab.top += kRaise;
+    else if (tab.bottom == GetBodyRect().top)
+        ++tab.bottom; // the tab is open towards its page
+    FillTab(dc, tab, selected);
+    if (!selected && item == m_nHot && IsWindowEnabled())
+        dc.FillSolidRect(tab.left + 1, tab.top + 1, tab.Width() - 1, kHotStripe, VGM.Common.clrHot);
+    DrawCaption(dc, item, tab);
+}
+
+void VTabCtrl::FillTab(CDC& dc, const CRect& tab, bool selected) const
+{
+    if (selected)
+        dc.FillSolidRect(tab, VGM.Tab.clrPageBk);
+    else if (m_nDrawingStyle == VGTabFlat)
+        dc.FillSolidRect(tab, VGM.Tab.clrTo);
+    else
+        VGGradientFillRect(&dc, tab, VGM.Tab.clrFrom, VGM.Tab.clrTo, 0);
+    // Three sides; neighbours share a line, and the page's frame is the fourth.
+    dc.FillSolidRect(tab.left, tab.top, 1, tab.Height(), VGM.Tab.clrFrame);
+    dc.FillSolidRect(tab.left, tab.top, tab.Width() + 1, 1, VGM.Tab.clrFrame);
+    dc.FillSolidRect(tab.right, tab.top, 1, tab.Height(), VGM.Tab.clrFrame);
+}
+
+void VTabCtrl::DrawCaption(CDC& dc, int item, CRect tab)
+{
+    std::array<wchar_t, kMaxCaption> text{};
+    TCITEM info{};
+    info.mask = TCIF_TEXT | TCIF_IMAGE;
+    info.pszText = text.data();
+    info.cchTextMax = static_cast<int>(text.size()) - 1;
+    if (!GetItem(item, &info))
+        return;
+    CRect room = tab;
+    room.DeflateRect(kCaptionMargin, 1);
+    const auto images = reinterpret_cast<HIMAGELIST>(::SendMessage(m_hWnd, TCM_GETIMAGELIST, 0, 0));
+    int cx = 0;
+    int cy = 0;
+    if (images != nullptr && info.iImage >= 0 && ::ImageList_GetIconSize(images, &cx, &cy)) {
+        ::ImageList_Draw(images, info.iImage, dc.m_hDC, room.left, room.CenterPoint().y - cy / 2,
+                         ILD_TRANSPARENT);
+        room.left += cx + kImageGap;
+    }
+    const bool enabled = IsWindowEnabled() != FALSE;
+    const VTextColorScope color(dc.m_hDC, enabled ? VGM.Dlg.clrText : ::GetSysColor(COLOR_GRAYTEXT));
+    // The control may answer with a pointer to its own text.
+    ::DrawText(dc.m_hDC, info.pszText, -1, room,
+               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_HIDEPREFIX);
+    if (enabled && ::GetFocus() == m_hWnd && GetCurFocus() == item) {
+        const VTextColorScope black(dc.m_hDC, RGB(0, 0, 0));
+        const VBkColorScope white(dc.m_hDC, RGB(255, 255, 255));
+        tab.DeflateRect(3, 3, 2, 3);
+        dc.DrawFocusRect(tab);
+    }
+}
+
+void VTabCtrl::SetHot(int item)
+{
+    if (item == m_nHot)
+        return;
+    m_nHot = item;
+    Invalidate();
+}
+
+void VTabCtrl::OnMouseMove(UINT nFlags, CPoint point)
+{
+    TCHITTESTINFO hit{};
+    hit.pt = point;
+    SetHot(HitTest(&hit));
+    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
+    if (m_nHot >= 0)
+        ::TrackMouseEvent(&track);
+    CTabCtrl::OnMouseMove(nFlags, point);
+}
+
+void VTabCtrl::OnMouseLeave()
+{
+    SetHot(-1);
+    CTabCtrl::OnMouseLeave();
+}
+
+void VTabCtrl::OnEnable(BOOL bEnable)
+{
+    CTabCtrl::OnEnable(bEnable);
+    Invalidate();
+}

@@ -1,0 +1,449 @@
+#include "vgui/dialogs/tab_pages.h"
+
+#include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/gdi_scope.h"
+#include "vgui/foundation/gui_manager.h"
+#include "vgui/foundation/library_instance.h"
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int kPageMargin = 4;          // between the control's edges, its tabs and the page
+constexpr int kPageMarginOutDriven = 1; // the frame's line
+constexpr int kTitleMargin = 8;         // left and right of the title and right of its bitmap
+
+constexpr COLORREF kTitleLine = RGB(66, 145, 220);
+constexpr COLORREF kTitleFill = RGB(217, 234, 252);
+constexpr COLORREF kTitleFrom = RGB(208, 228, 247);
+constexpr COLORREF kTitleTo = RGB(66, 145, 250);
+
+// Draws a bitmap at the left end of a band and answers where the rest of the band begins.
+LONG DrawTitleBitmap(CDC& dc, HBITMAP bitmap, const CRect& band)
+{
+    BITMAP info{};
+    if (bitmap == nullptr || ::GetObject(bitmap, sizeof(info), &info) == 0)
+        return band.left;
+    const int height = std::min(static_cast<int>(info.bmHeight), band.Height());
+    const VOwnedMemoryDC memory(::CreateCompatibleDC(dc.m_hDC));
+    const VSelectScope selected(memory.Get(), bitmap);
+    ::BitBlt(dc.m_hDC, band.left, band.top + (band.Height() - height) / 2, info.bmWidth, height, memory.Get(),
+             0, 0, SRCCOPY);
+    return band.left + info.bmWidth + kTitleMargin;
+}
+
+// The font of a window in bold.
+void CreateBoldFont(CFont& bold, const CWnd& window)
+{
+    LOGFONT log{};
+    CFont* const font = window.GetFont();
+    if ((font != nullptr && font->GetLogFont(&log) != 0) ||
+        ::GetObject(::GetStockObject(DEFAULT_GUI_FONT), sizeof(log), &log) != 0) {
+        log.lfWeight = FW_BOLD;
+        bold.CreateFontIndirect(&log);
+    }
+}
+
+} // namespace
+
+PageStruct::~PageStruct()
+{
+    if (hBitmap != nullptr)
+        ::DeleteObject(hBitmap);
+}
+
+// --- VTabPage
+
+IMPLEMENT_DYNAMIC(VTabPage, VGuiDlg)
+
+VTabPage::VTabPage(UINT nIDTemplate, CWnd* pParent)
+    : VGuiDlg(nIDTemplate, pParent), m_nTemplateId(nIDTemplate)
+{
+    m_clrBk = VGM.Tab.clrPageBk;
+}
+
+namespace
+{
+
+void PostToGrandparent(const CWnd& page, UINT command)
+{
+    if (const HWND dialog = ::GetParent(::GetParent(page.m_hWnd)))
+        ::PostMessage(dialog, WM_COMMAND, command, 0);
+}
+
+} // namespace
+
+void VTabPage::OnOK()
+{
+    PostToGrandparent(*this, IDOK);
+}
+
+void VTabPage::OnCancel()
+{
+    PostToGrandparent(*this, IDCANCEL);
+}
+
+// --- VTabDlgCtrl
+
+IMPLEMENT_DYNAMIC(VTabDlgCtrl, VTabCtrl)
+
+BEGIN_MESSAGE_MAP(VTabDlgCtrl, VTabCtrl)
+    ON_WM_CREATE()
+    ON_NOTIFY_REFLECT_EX(TCN_SELCHANGE, &VTabDlgCtrl::OnSelchange)
+    ON_WM_SIZE()
+    ON_WM_DESTROY()
+    ON_WM_PAINT()
+END_MESSAGE_MAP()
+
+void VTabDlgCtrl::PreSubclassWindow()
+{
+    VTabCtrl::PreSubclassWindow();
+    // The control is painted in one piece, around the page.
+    ModifyStyle(0, WS_CLIPCHILDREN);
+    InsertTabs();
+}
+
+int VTabDlgCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    if (VTabCtrl::OnCreate(lpCreateStruct) == -1)
+        return -1;
+    InsertTabs();
+    return 0;
+}
+
+// Pages may have been added before there was a window to have tabs.
+void VTabDlgCtrl::InsertTabs()
+{
+    if (m_nPageCount == 0 || GetItemCount() != 0)
+        return;
+    for (int page = 0; page < m_nPageCount; ++page) {
+        if (m_pages[page]->bEnabled)
+            InsertItem(GetItemCount(), m_pages[page]->strTitle);
+    }
+}
+
+void VTabDlgCtrl::AddPage(const wchar_t* title, VTabPage* page, int enabled, UINT bitmapId, int createNow)
+{
+    if (page == nullptr || m_nPageCount >= MaxPages)
+        return;
+    auto data = std::make_unique<PageStruct>();
+    data->pPage = page;
+    data->strTitle = title;
+    if (bitmapId != 0)
+        data->hBitmap = ::LoadBitmapW(VGLibraryInstance(), MAKEINTRESOURCEW(bitmapId));
+    data->bEnabled = enabled != 0;
+    m_pages[m_nPageCount] = std::move(data);
+    ++m_nPageCount;
+    if (m_hWnd == nullptr)
+        return;
+    if (enabled != 0)
+        InsertItem(m_nPageCount - 1, m_pages[m_nPageCount - 1]->strTitle);
+    if (createNow != 0)
+        EnsureInitialized(m_nPageCount - 1);
+}
+
+bool VTabDlgCtrl::HasWindow(int page) const
+{
+    return IsPage(page) && m_pages[page]->pPage->m_hWnd != nullptr;
+}
+
+int VTabDlgCtrl::FindPage(const wchar_t* title) const
+{
+    for (int page = 0; title != nullptr && page < m_nPageCount; ++page) {
+        if (m_pages[page]->strTitle == title)
+            return page;
+    }
+    return -1;
+}
+
+const PageStruct& VTabDlgCtrl::GetInnerPageData(int page) const
+{
+    static const PageStruct none;
+    return IsPage(page) ? *m_pages[page] : none;
+}
+
+int VTabDlgCtrl::IsPageEnabled(int page) const
+{
+    return IsPage(page) ? m_pages[page]->bEnabled : 0;
+}
+
+// --- pages and tabs
+
+int VTabDlgCtrl::MapPageToTabItem(int page) const
+{
+    int item = page;
+    for (int below = 0; below < std::min(page, m_nPageCount); ++below)
+        item -= m_pages[below]->bEnabled ? 0 : 1;
+    return item;
+}
+
+int VTabDlgCtrl::MapTabItemToPage(int item) const
+{
+    int enabled = 0;
+    for (int page = 0; page < m_nPageCount; ++page) {
+        enabled += m_pages[page]->bEnabled ? 1 : 0;
+        if (enabled > item)
+            return page;
+    }
+    return m_nPageCount;
+}
+
+// The next enabled page after a page, from the last one on to the first; -1 when there is none but itself.
+int VTabDlgCtrl::FindNextEnabled(int page) const
+{
+    for (int step = 1; step < m_nPageCount; ++step) {
+        const int next = (page + step) % m_nPageCount;
+        if (m_pages[next]->bEnabled)
+            return next;
+    }
+    return -1;
+}
+
+void VTabDlgCtrl::EnablePage(const wchar_t* title, int enable, int* nextActive)
+{
+    EnablePage(FindPage(title), enable, nextActive);
+}
+
+void VTabDlgCtrl::EnablePage(int page, int enable, int* nextActive)
+{
+    if (!IsPage(page) || m_pages[page]->bEnabled == enable)
+        return;
+    // The flag is inverted and not set, so any other value toggles; this is intended.
+    PageStruct& data = *m_pages[page];
+    data.bEnabled = !data.bEnabled;
+    if (m_hWnd == nullptr)
+        return;
+    const int item = MapPageToTabItem(page);
+    if (!data.bEnabled) {
+        DeleteItem(item);
+        if (page == m_nActive)
+            ReplaceActivePage(page, nextActive);
+    } else {
+        InsertItem(item, data.strTitle);
+    }
+    if (!HasWindow(m_nActive))
+        return;
+    // A tab that comes or goes before the active page's tab moves the latter.
+    if (m_pages[m_nActive]->bEnabled)
+        SetCurSel(MapPageToTabItem(m_nActive));
+    m_pages[m_nActive]->pPage->Invalidate();
+}
+
+void VTabDlgCtrl::ReplaceActivePage(int page, const int* nextActive)
+{
+    const bool given = nextActive != nullptr && *nextActive != page && IsPageEnabled(*nextActive) != 0;
+    const int next = given ? *nextActive : FindNextEnabled(page);
+    if (next < 0) {
+        DeactivePage();
+        return;
+    }
+    ActivePage(next);
+    if (m_hWnd != nullptr)
+        SetCurSel(MapPageToTabItem(next));
+}
+
+void VTabDlgCtrl::SetActive(const wchar_t* title)
+{
+    SetActive(FindPage(title));
+}
+
+void VTabDlgCtrl::SetActive(int page)
+{
+    if (!IsPage(page) || m_hWnd == nullptr)
+        return;
+    EnablePage(page, 1, nullptr);
+    ActivePage(page);
+    // The pages' own code has run, and may have closed everything.
+    if (m_hWnd == nullptr)
+        return;
+    SetCurSel(MapPageToTabItem(page));
+    if (m_bOutDriven)
+        InvalidateRect(GetTitleRect());
+}
+
+void VTabDlgCtrl::SetOutDrivenMode(int outDriven)
+{
+    m_bOutDriven = outDriven;
+    if (m_hWnd != nullptr)
+        Invalidate();
+}
+
+int VTabDlgCtrl::DeactivePage()
+{
+    if (!IsPage(m_nActive))
+        return 1;
+    VTabPage* const page = m_pages[m_nActive]->pPage;
+    if (page->OnDeactive() == 0)
+        return 0;
+    page->ShowWindow(SW_HIDE);
+    m_nActive = -1;
+    return 1;
+}
+
+void VTabDlgCtrl::ActivePage(int page)
+{
+    if (!IsPage(page) || !DeactivePage())
+        return;
+    EnsureInitialized(page);
+    if (!HasWindow(page))
+        return;
+    m_pages[page]->pPage->OnActivate();
+    // The page's own code may have closed the control or shown another page.
+    if (!HasWindow(page) || m_nActive >= 0)
+        return;
+    const CRect rect = GetPageRect();
+    VTabPage& shown = *m_pages[page]->pPage;
+    shown.SetWindowPos(nullptr, rect.left, rect.top, std::max(rect.Width(), 0), std::max(rect.Height(), 0),
+                       SWP_NOZORDER | SWP_NOACTIVATE);
+    shown.ShowWindow(SW_SHOW);
+    m_nActive = page;
+}
+
+// Where a page is shown, in client coordinates.
+CRect VTabDlgCtrl::GetPageRect() const
+{
+    CRect rect;
+    GetClientRect(rect);
+    if (m_bOutDriven) {
+        rect.DeflateRect(kPageMarginOutDriven, m_nTitleHeight, kPageMarginOutDriven, kPageMarginOutDriven);
+        return rect;
+    }
+    CRect tab(0, 0, 0, 0);
+    GetItemRect(0, tab);
+    rect.DeflateRect(kPageMargin, tab.Height() * GetRowCount() + kPageMargin, kPageMargin, kPageMargin);
+    return rect;
+}
+
+void VTabDlgCtrl::EnsureInitialized(int page)
+{
+    if (!IsPage(page) || HasWindow(page) || m_hWnd == nullptr)
+        return;
+    VTabPage& created = *m_pages[page]->pPage;
+    if (created.Create(created.GetTemplateId(), this))
+        created.ShowWindow(SW_HIDE);
+}
+
+void VTabDlgCtrl::DestroyPage(int page)
+{
+    if (!HasWindow(page))
+        return;
+    VTabPage& gone = *m_pages[page]->pPage;
+    gone.OnDestroyP();
+    if (gone.m_hWnd != nullptr)
+        gone.DestroyWindow();
+}
+
+void VTabDlgCtrl::ReInitPage(int page)
+{
+    if (!HasWindow(page))
+        return;
+    const bool active = page == m_nActive;
+    DestroyPage(page);
+    if (!active) {
+        EnsureInitialized(page);
+        return;
+    }
+    // There is no window left that could refuse to be left.
+    m_nActive = -1;
+    ActivePage(page);
+}
+
+void VTabDlgCtrl::ReInitAllPages()
+{
+    for (int page = 0; page < m_nPageCount; ++page)
+        ReInitPage(page);
+}
+
+// --- messages
+
+BOOL VTabDlgCtrl::OnSelchange(NMHDR*, LRESULT* pResult)
+{
+    *pResult = 0;
+    const int item = GetCurSel();
+    if (m_bOutDriven || item < 0)
+        return FALSE;
+    ActivePage(MapTabItemToPage(item));
+    if (m_pfnChanged != nullptr)
+        m_pfnChanged(item);
+    return FALSE;
+}
+
+void VTabDlgCtrl::OnSize(UINT nType, int cx, int cy)
+{
+    VTabCtrl::OnSize(nType, cx, cy);
+    if (m_nActive < 0)
+        return;
+    // The page is hidden and shown again on the way, which would take the focus from it.
+    const HWND focus = ::GetFocus();
+    const bool onPage = HasWindow(m_nActive) && ::IsChild(m_pages[m_nActive]->pPage->m_hWnd, focus);
+    ActivePage(m_nActive);
+    if (onPage && ::IsWindow(focus) && ::GetFocus() != focus)
+        ::SetFocus(focus);
+    if (m_hWnd != nullptr)
+        Invalidate();
+}
+
+void VTabDlgCtrl::OnDestroy()
+{
+    VTabCtrl::OnDestroy();
+    m_nActive = -1;
+    for (int page = 0; page < m_nPageCount; ++page)
+        DestroyPage(page);
+    for (auto& data : m_pages)
+        data.reset();
+    m_nPageCount = 0;
+}
+
+// --- the title band
+
+CRect VTabDlgCtrl::GetTitleRect() const
+{
+    CRect rect;
+    GetClientRect(rect);
+    rect.bottom = std::min(rect.bottom, rect.top + m_nTitleHeight);
+    return rect;
+}
+
+void VTabDlgCtrl::OnPaint()
+{
+    if (!m_bOutDriven) {
+        VTabCtrl::OnPaint();
+        return;
+    }
+    CPaintDC dc(this);
+    CRect body;
+    GetClientRect(body);
+    const CRect title = GetTitleRect();
+    DrawTitle(&dc, title);
+    body.top = title.bottom;
+    dc.FillSolidRect(body, VGM.Tab.clrPageBk);
+    // The frame goes on from the band, which is the frame's upper edge.
+    dc.FillSolidRect(body.left, body.top, 1, body.Height(), kTitleLine);
+    dc.FillSolidRect(body.right - 1, body.top, 1, body.Height(), kTitleLine);
+    dc.FillSolidRect(body.left, body.bottom - 1, body.Width(), 1, kTitleLine);
+}
+
+// From the outside in: a line, a ring of the fill colour, the gradient with bitmap and bold title.
+void VTabDlgCtrl::DrawTitle(CDC* pDC, const CRect& rect)
+{
+    if (pDC == nullptr)
+        return;
+    CRect band = rect;
+    pDC->FillSolidRect(band, kTitleFill);
+    pDC->Draw3dRect(band, kTitleLine, kTitleLine);
+    band.DeflateRect(2, 2);
+    VGGradientFillRect(pDC, band, kTitleFrom, kTitleTo, 0);
+    if (!IsPage(m_nActive))
+        return;
+    const PageStruct& page = *m_pages[m_nActive];
+    CFont bold;
+    CreateBoldFont(bold, *this);
+    const VSelectScope font(*pDC, bold);
+    const VBkModeScope transparent(pDC->m_hDC, TRANSPARENT);
+    const VTextColorScope color(pDC->m_hDC, VGM.Outline.clrTitleText);
+    band.DeflateRect(kTitleMargin, 0);
+    band.left = DrawTitleBitmap(*pDC, page.hBitmap, band);
+    CString title = page.strTitle;
+    pDC->DrawText(title, band, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+}

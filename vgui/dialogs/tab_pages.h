@@ -1,0 +1,178 @@
+// A tab control with the shared look, and dialogs that are shown as its pages.
+#pragma once
+
+#include "vgui/dialogs/gui_dlg.h"
+#include "vgui/export.h"
+
+#include <afxcmn.h>
+#include <array>
+#include <memory>
+
+// Values of VTabCtrl::SetDrawingStyle; others count as VGTabGradient.
+inline constexpr int VGTabFlat = 0;     // tabs are filled with VGM.Tab.clrTo
+inline constexpr int VGTabGradient = 1; // tabs run from VGM.Tab.clrFrom at the top to clrTo
+
+// A tab control that paints itself: the tabs of all rows, the selected one as a part of the page below it,
+// the one under the mouse with a stripe, captions too long for their tab with an ellipsis. For tabs along
+// the top (no TCS_BOTTOM, TCS_VERTICAL or TCS_BUTTONS). Created or subclassed.
+class VGUI_API VTabCtrl : public CTabCtrl
+{
+    DECLARE_DYNAMIC(VTabCtrl)
+
+public:
+    VTabCtrl() = default;
+
+    // How the tabs are filled; repaints.
+    void SetDrawingStyle(int Style);
+
+protected:
+    void PreSubclassWindow() override;
+    // Paints the whole client area.
+    void Draw(CDC& dc);
+    // The frame around the page, in client coordinates.
+    CRect GetBodyRect() const;
+
+    afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg void OnMouseLeave();
+    afx_msg void OnEnable(BOOL bEnable);
+    afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
+    DECLARE_MESSAGE_MAP()
+
+    int m_nDrawingStyle = VGTabGradient;
+
+private:
+    void DrawTab(CDC& dc, int item, bool selected);
+    void FillTab(CDC& dc, const CRect& tab, bool selected) const;
+    void DrawCaption(CDC& dc, int item, CRect tab);
+    void SetHot(int item);
+
+    int m_nHot = -1; // the tab under the mouse
+};
+
+// A dialog to be shown by a VTabDlgCtrl. Its template is a borderless child (WS_CHILD, not WS_VISIBLE).
+// Enter and Escape act on the dialog that holds the tab control.
+class VGUI_API VTabPage : public VGuiDlg
+{
+    DECLARE_DYNAMIC(VTabPage)
+
+public:
+    explicit VTabPage(UINT nIDTemplate, CWnd* pParent = nullptr);
+
+    // The page is about to be shown; its window exists.
+    virtual void OnActivate() {}
+    // The page is about to be left. 0 keeps it shown.
+    virtual int OnDeactive() { return 1; }
+    // The page's window is about to be destroyed by the tab control.
+    virtual void OnDestroyP() {}
+
+    // The dialog template the page was constructed with.
+    [[nodiscard]] UINT GetTemplateId() const { return m_nTemplateId; }
+
+protected:
+    // Post IDOK and IDCANCEL to the dialog that holds the tab control; the page stays.
+    void OnOK() override;
+    void OnCancel() override;
+
+    UINT m_nTemplateId;
+};
+
+// What a VTabDlgCtrl keeps of a page.
+struct VGUI_API PageStruct {
+    PageStruct() = default;
+    ~PageStruct();
+    PageStruct(const PageStruct&) = delete;
+    PageStruct& operator=(const PageStruct&) = delete;
+
+    VTabPage* pPage = nullptr; // not owned
+    CString strTitle;
+    HBITMAP hBitmap = nullptr; // owned; null for none
+    int bEnabled = 0;
+};
+
+// Shows one of up to 20 pages at a time, chosen by its tabs. A disabled page has no tab.
+//
+// In out-driven mode the host switches the pages (as in a wizard): clicks on tabs have no effect, and a band
+// with the active page's title and bitmap takes the place of the tabs.
+//
+// Pages are counted from 0 in the order in which they were added; functions that take a page do nothing for
+// one that does not exist. The page objects are the host's and must outlive the control's window, which
+// destroys their windows with itself.
+class VGUI_API VTabDlgCtrl : public VTabCtrl
+{
+    DECLARE_DYNAMIC(VTabDlgCtrl)
+
+public:
+    static constexpr int MaxPages = 20;
+
+    VTabDlgCtrl() = default;
+
+    // Adds a page. bitmapId: a bitmap of the library's resources, 0 for none; createNow: creates the page's
+    // window now and not when it is first shown. Null pages and the 21st one are refused.
+    void AddPage(const wchar_t* title, VTabPage* page, int enabled, UINT bitmapId, int createNow);
+    int GetPageNum() const { return m_nPageCount; }
+    // The shown page, -1 for none.
+    int GetActive() const { return m_nActive; }
+
+    // Enables a page, shows it (unless the active page refuses to be left) and selects its tab.
+    void SetActive(int page);
+    void SetActive(const wchar_t* title); // the first page with exactly this title
+
+    // Gives a page its tab (1) or takes it away (0). The active page gives way to *nextActive or, when that
+    // is null or names no other enabled page, to the next enabled one after it, starting over at the first;
+    // when no other page is enabled, no page is active afterwards.
+    void EnablePage(int page, int enable, int* nextActive = nullptr);
+    void EnablePage(const wchar_t* title, int enable, int* nextActive = nullptr);
+    int IsPageEnabled(int page) const;
+
+    // Called with the tab's index, not the page's, after a click on a tab. Null for none.
+    void SetFunction(void (*callback)(int)) { m_pfnChanged = callback; }
+    void SetOutDrivenMode(int outDriven);
+
+    // The record of a page; an empty one when there is no such page. Valid until the control is destroyed.
+    const PageStruct& GetInnerPageData(int page) const;
+
+    // Creates a page's window, hidden, if it does not exist.
+    void EnsureInitialized(int page);
+    // Destroys and creates again the window of a page that has one. The active page is shown again.
+    void ReInitPage(int page);
+    void ReInitAllPages();
+
+protected:
+    // Shows a page in place of the active one; its window is created if need be. When that fails, no page is
+    // active.
+    void ActivePage(int page);
+    // Hides the active page. 0 when it refuses.
+    int DeactivePage();
+    int MapTabItemToPage(int item) const;
+    int MapPageToTabItem(int page) const;
+    // The band of the out-driven mode, in client coordinates.
+    CRect GetTitleRect() const;
+    virtual void DrawTitle(CDC* pDC, const CRect& rect);
+
+    void PreSubclassWindow() override;
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    afx_msg BOOL OnSelchange(NMHDR* pNMHDR, LRESULT* pResult);
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnDestroy();
+    afx_msg void OnPaint();
+    DECLARE_MESSAGE_MAP()
+
+    void (*m_pfnChanged)(int) = nullptr;
+    int m_nTitleHeight = 25;
+    int m_bOutDriven = 0;
+    int m_nActive = -1;
+    int m_nPageCount = 0;
+    std::array<std::unique_ptr<PageStruct>, MaxPages> m_pages;
+
+private:
+    [[nodiscard]] bool IsPage(int page) const { return page >= 0 && page < m_nPageCount; }
+    [[nodiscard]] bool HasWindow(int page) const;
+    [[nodiscard]] int FindPage(const wchar_t* title) const;
+    [[nodiscard]] int FindNextEnabled(int page) const;
+    [[nodiscard]] CRect GetPageRect() const;
+    void InsertTabs();
+    void ReplaceActivePage(int page, const int* nextActive);
+    void DestroyPage(int page);
+};
