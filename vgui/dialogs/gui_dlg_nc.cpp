@@ -212,6 +212,11 @@ void VGuiDlg::DrawFrame(CDC* pDC, const CRect& rcWnd)
         // The bottom edge stays: these rings share one bottom line on purpose.
         ring.DeflateRect(1, 1, 1, 0);
     }
+    // What the shared line leaves open above it would keep whatever was on the screen before.
+    const int width = VGM.Dlg.nFrameWidth;
+    const CRect open(rcWnd.left + width, rcWnd.bottom - width, rcWnd.right - width, ring.bottom - 1);
+    if (open.Width() > 0 && open.Height() > 0)
+        pDC->FillSolidRect(open, m_clrBk);
 }
 
 void VGuiDlg::DrawCaption(CDC* pDC, const CRect& rcCap)
