@@ -1,8 +1,10 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/controls/splitter_bar.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
+#include "vgui/dialogs/tab_pages.h"
 #include "vgui/export.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"

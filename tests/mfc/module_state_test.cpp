@@ -96,9 +96,9 @@ TEST(ModuleState, WorkerThreadsHaveTheirOwnObject)
     } seen;
     CWinThread* const thread = AfxBeginThread(
         [](LPVOID parameter) -> UINT {
-            auto& seen = *static_cast<Seen*>(parameter);
-            seen.thread = AfxGetThread();
-            seen.app = AfxGetApp();
+            auto& result = *static_cast<Seen*>(parameter);
+            result.thread = AfxGetThread();
+            result.app = AfxGetApp();
             return 17;
         },
         &seen, THREAD_PRIORITY_NORMAL, 0, CREATE_SUSPENDED);

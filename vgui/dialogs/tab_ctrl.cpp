@@ -124,8 +124,9 @@ void VTabCtrl::FillTab(CDC& dc, const CRect& tab, bool selected) const
         dc.FillSolidRect(tab, VGM.Tab.clrPageBk);
     else if (m_nDrawingStyle == VGTabFlat)
         dc.FillSolidRect(tab, VGM.Tab.clrTo);
-    else
-        VGGradientFillRect(&dc, tab, VGM.Tab.clrFrom, VGM.Tab.clrTo, 0);
+    else // below the line along the top
+        VGGradientFillRect(&dc, CRect(tab.left, tab.top + 1, tab.right, tab.bottom), VGM.Tab.clrFrom,
+                           VGM.Tab.clrTo, 0);
     // Three sides; neighbours share a line, and the page's frame is the fourth.
     dc.FillSolidRect(tab.left, tab.top, 1, tab.Height(), VGM.Tab.clrFrame);
     dc.FillSolidRect(tab.left, tab.top, tab.Width() + 1, 1, VGM.Tab.clrFrame);
