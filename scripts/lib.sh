@@ -47,7 +47,7 @@ exit_on_signals() {
 configure_and_build() {
     say "configuring $build"
     mkdir -p "$build"
-    run_child cmake --preset mingw -S "$root" -B "$build" -DVGUI_WERROR="${VGUI_WERROR:-OFF}" \
+    run_child cmake --preset mingw -S "$root" -B "$build" ${VGUI_WERROR:+-DVGUI_WERROR="$VGUI_WERROR"} \
         >"$build/configure.log" 2>&1 || {
         cat "$build/configure.log" >&2
         die "the build could not be configured"

@@ -57,7 +57,11 @@ void HandleTraits<CWnd>::Drop(CWnd* window)
 
 CWnd* PASCAL CWnd::FromHandle(HWND hWnd)
 {
-    return WndMap().FromHandle(hWnd);
+    CWnd* const window = WndMap().FromHandle(hWnd);
+    // A temporary object that was detached stands for the window again.
+    if (window != nullptr)
+        window->m_hWnd = hWnd;
+    return window;
 }
 
 CWnd* PASCAL CWnd::FromHandlePermanent(HWND hWnd)

@@ -111,6 +111,8 @@ void VGuiDlg::OnDestroy()
     DropReplacedControls();
     m_mapCtrlFormat.clear();
     m_nEditorState = 0;
+    m_strCaptionState.Empty();
+    m_bmpCaption.DeleteObject();
     CDialog::OnDestroy();
 }
 

@@ -168,11 +168,16 @@ private:
     [[nodiscard]] gui_dlg::CapBtns GetCapBtns() const;
     [[nodiscard]] CString GetCapBtnTip(LRESULT nHit) const;
     void PressCapBtn(LRESULT nHit);
+    [[nodiscard]] CString GetCaptionState(int width) const;
+    [[nodiscard]] bool CreateCaptionBitmap(CDC& dc, int width);
     void DrawCaptionText(CDC* pDC, const CRect& rcCap);
     void DrawCapBtn(CDC* pDC, LRESULT nHit, const CRect& rcBtn);
     void DropReplacedControls();
     void CreateToolTips();
     void ShowCapBtnTip(CPoint point);
+
+    CBitmap m_bmpCaption;      // the caption as it was last drawn, one bitmap as wide as the window
+    CString m_strCaptionState; // what it shows; empty when it shows nothing
 };
 
 // Lets a dialog step aside for the lifetime of the object, so that the host's editor can take input.

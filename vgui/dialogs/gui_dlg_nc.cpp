@@ -186,14 +186,39 @@ void VGuiDlg::DrawNcArea()
 
     const gui_dlg::NcMetrics nc = Metrics();
     CDC memory;
-    CBitmap bitmap;
-    if (!memory.CreateCompatibleDC(&dc) ||
-        !bitmap.CreateCompatibleBitmap(&dc, window.Width(), nc.frame + nc.caption + 1))
+    const CString state = GetCaptionState(window.Width());
+    const bool current = m_strCaptionState == state;
+    if (!memory.CreateCompatibleDC(&dc) || (!current && !CreateCaptionBitmap(dc, window.Width())))
         return;
-    const VSelectScope select(memory, bitmap);
-    DrawCaption(&memory, GetCapRect(window));
+    const VSelectScope select(memory, m_bmpCaption);
+    if (!current) {
+        DrawCaption(&memory, GetCapRect(window));
+        m_strCaptionState = state;
+    }
     dc.BitBlt(nc.frame, nc.frame, window.Width() - 2 * nc.frame, nc.caption, &memory, nc.frame, nc.frame,
               SRCCOPY);
+}
+
+// Everything that the caption's picture depends on. The caption is painted at every movement of the mouse
+// and changes at few of them.
+CString VGuiDlg::GetCaptionState(int width) const
+{
+    const gui_dlg::CapBtns present = GetCapBtns();
+    CString text;
+    GetWindowText(text);
+    CString state;
+    state.Format(L"%d %d %d %d%d%d %p %p %d ", width, m_bActive, IsZoomed() != FALSE, present.maximize,
+                 present.minimize, present.help, m_bmpHelp.GetSafeHandle(),
+                 reinterpret_cast<void*>(::SendMessageW(m_hWnd, WM_GETFONT, 0, 0)), text.GetLength());
+    return state + text;
+}
+
+bool VGuiDlg::CreateCaptionBitmap(CDC& dc, int width)
+{
+    m_strCaptionState.Empty();
+    m_bmpCaption.DeleteObject();
+    const gui_dlg::NcMetrics nc = Metrics();
+    return m_bmpCaption.CreateCompatibleBitmap(&dc, width, nc.frame + nc.caption + 1) != FALSE;
 }
 
 void VGuiDlg::DrawFrame(CDC* pDC, const CRect& rcWnd)
