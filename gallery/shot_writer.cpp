@@ -52,12 +52,12 @@ bool Activate(CWnd& window)
 {
     const ULONGLONG start = ::GetTickCount64();
     do {
+        // A window that counts as active already is not told again that it becomes so.
+        ::SetActiveWindow(nullptr);
         window.SetForegroundWindow();
         HandlePendingMessages();
         if (::GetForegroundWindow() == window.m_hWnd && ::GetActiveWindow() == window.m_hWnd)
             return true;
-        // An active window that is not in front is not told again that it becomes active.
-        ::SetActiveWindow(nullptr);
         ::MsgWaitForMultipleObjects(0, nullptr, FALSE, kActivationPause, QS_ALLINPUT);
     } while (::GetTickCount64() - start < kActivationDeadline);
     return false;
