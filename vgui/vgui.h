@@ -6,6 +6,7 @@
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/dialogs/tab_pages.h"
 #include "vgui/export.h"
+#include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/foundation/skin_host.h"

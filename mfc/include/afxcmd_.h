@@ -29,10 +29,6 @@ public:
 protected:
     CCmdTarget() = default;
 
-    // The frame on whose behalf a command is being routed to a target outside the usual chain; null here,
-    // where nothing routes so.
-    static CFrameWnd* PASCAL GetRoutingFrame();
-
     static const AFX_MSGMAP* PASCAL GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
 

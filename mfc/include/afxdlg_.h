@@ -43,7 +43,6 @@ protected:
     virtual void OnCancel();
     virtual void PreInitDialog();
     virtual BOOL CheckAutoCenter();
-    afx_msg HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
     afx_msg LRESULT HandleInitDialog(WPARAM wParam, LPARAM lParam);
     afx_msg LRESULT HandleSetFont(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()

@@ -8,10 +8,6 @@
 #define IDC_STATIC (-1)
 #endif
 
-#define AFX_IDW_PANE_FIRST 0xE900
-#define AFX_IDW_PANE_LAST 0xE9FF
-#define AFX_IDC_MOUSE_MASK 30977
-
 #define ID_FILE_NEW 0xE100
 #define ID_FILE_OPEN 0xE101
 #define ID_FILE_CLOSE 0xE102

@@ -64,7 +64,6 @@ public:
     // The object that waits for its window while that is being created.
     CWnd* m_pWndInit = nullptr;
     HHOOK m_hHookOldCbtFilter = nullptr;
-    CWnd* m_pAlternateWndInit = nullptr;
 };
 
 AFX_SUBSET_API _AFX_THREAD_STATE* AFXAPI AfxGetThreadState();

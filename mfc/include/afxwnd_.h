@@ -245,7 +245,6 @@ protected:
     BOOL SendChildNotifyLastMsg(LRESULT* pResult = nullptr);
     // Default handling of the message that is being handled now, with its original parameters.
     LRESULT Default();
-    BOOL IsTopParentActive() const;
     BOOL PreTranslateInput(LPMSG lpMsg);
 
     // Message handlers; each passes the message on unless said in its base class's documentation.

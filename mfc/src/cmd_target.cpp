@@ -16,11 +16,6 @@ const AFX_MSGMAP* CCmdTarget::GetMessageMap() const
     return GetThisMessageMap();
 }
 
-CFrameWnd* PASCAL CCmdTarget::GetRoutingFrame()
-{
-    return nullptr;
-}
-
 BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo)
 {
     UINT message = 0;

@@ -5,7 +5,6 @@
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
-    ON_WM_CTLCOLOR()
     ON_COMMAND(IDOK, &CDialog::OnOK)
     ON_COMMAND(IDCANCEL, &CDialog::OnCancel)
     ON_MESSAGE(WM_INITDIALOG, &CDialog::HandleInitDialog)
@@ -351,11 +350,6 @@ BOOL CDialog::PreTranslateMessage(MSG* pMsg)
         }
     }
     return PreTranslateInput(pMsg);
-}
-
-HBRUSH CDialog::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor)
-{
-    return CWnd::OnCtlColor(pDC, pWnd, nCtlColor);
 }
 
 // --- controls

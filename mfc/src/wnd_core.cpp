@@ -1,9 +1,6 @@
 // CWnd's life: creation, subclassing, destruction, the window procedure and message dispatch.
 #include <afxwin.h>
 
-#include <set>
-#include <string>
-
 #include "dispatch.h"
 #include "module_maps.h"
 #include "wnd_access.h"
@@ -323,14 +320,8 @@ BOOL CWnd::SubclassWindow(HWND hWnd)
 {
     if (m_hWnd != nullptr || FromHandlePermanent(hWnd) != nullptr || !::IsWindow(hWnd))
         return FALSE;
-    if (!Attach(hWnd))
-        return FALSE;
-    PreSubclassWindow();
-    const auto previous = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtr(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
-    if (previous != &AfxWndProc && *GetSuperWndProcAddr() == nullptr)
-        *GetSuperWndProcAddr() = previous;
-    return TRUE;
+    AfxWndAccess::TakeWindow(this, hWnd);
+    return m_hWnd == hWnd;
 }
 
 BOOL CWnd::SubclassDlgItem(UINT nID, CWnd* pParent)

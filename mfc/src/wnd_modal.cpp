@@ -25,11 +25,6 @@ BOOL CWnd::PreTranslateInput(LPMSG lpMsg)
     return (key || mouse) && ::IsDialogMessage(m_hWnd, lpMsg);
 }
 
-BOOL CWnd::IsTopParentActive() const
-{
-    return GetForegroundWindow() == GetTopLevelParent()->GetLastActivePopup();
-}
-
 BOOL CWnd::ContinueModal()
 {
     return (m_nFlags & WF_CONTINUEMODAL) != 0;

@@ -7,8 +7,8 @@ namespace
 {
 
 // The framework's cursor resources.
-constexpr UINT kVerticalBarCursor = 30980;   // AFX_IDC_VSPLITBAR
-constexpr UINT kHorizontalBarCursor = 30981; // AFX_IDC_HSPLITBAR
+constexpr UINT kVerticalBarCursor = 30980;
+constexpr UINT kHorizontalBarCursor = 30981;
 
 CRect RectInParent(HWND window, const CWnd& parent)
 {

@@ -1,5 +1,6 @@
 // The painting of the tab control.
 #include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -51,14 +52,8 @@ void VTabCtrl::OnPaint()
     CPaintDC dc(this);
     CRect client;
     GetClientRect(client);
-    CDC memory;
-    CBitmap bitmap;
-    if (client.IsRectEmpty() || !memory.CreateCompatibleDC(&dc) ||
-        !bitmap.CreateCompatibleBitmap(&dc, client.Width(), client.Height()))
-        return;
-    const VSelectScope selected(memory, bitmap);
-    Draw(memory);
-    dc.BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0, SRCCOPY);
+    VBufferedDC buffer(dc, client);
+    Draw(buffer);
 }
 
 LRESULT VTabCtrl::OnPrintClient(WPARAM wParam, LPARAM)
