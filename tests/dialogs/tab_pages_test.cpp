@@ -7,8 +7,11 @@
 #include "tests/support/recorder.h"
 #include "vgui/foundation/gui_manager.h"
 
+#include <array>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -27,14 +30,23 @@ class TestPage : public VTabPage
 public:
     explicit TestPage(UINT id = kTemplate) : VTabPage(id) {}
     using VTabPage::m_clrBk;
-    void OnActivate() override { log += 'a'; }
+    void OnActivate() override
+    {
+        log += 'a';
+        if (onActivate)
+            onActivate();
+    }
     int OnDeactive() override
     {
         log += 'd';
+        if (onDeactive)
+            onDeactive();
         return mayLeave;
     }
     void OnDestroyP() override { log += m_hWnd != nullptr ? 'x' : '!'; }
 
+    std::function<void()> onActivate;
+    std::function<void()> onDeactive;
     std::string log;
     int mayLeave = 1;
 };
@@ -62,10 +74,10 @@ protected:
         tabs.DestroyWindow();
         host.DestroyWindow();
     }
-    TestPage& Add(const wchar_t* title, int enabled = 1, UINT id = kTemplate)
+    TestPage& Add(const wchar_t* title, int enabled = 1, UINT id = kTemplate, int createNow = 0)
     {
         pages.push_back(std::make_unique<TestPage>(id));
-        tabs.AddPage(title, pages.back().get(), enabled, 0, 0);
+        tabs.AddPage(title, pages.back().get(), enabled, 0, createNow);
         return *pages.back();
     }
     void AddThree(int second = 1)
@@ -282,6 +294,232 @@ TEST_F(TabPages, EnterAndEscapeOnAPageActOnTheDialog)
         EXPECT_EQ(told[0].wParam, command);
         EXPECT_EQ(Shown(), 0);
     }
+}
+
+TEST_F(TabPages, PagesAddedBeforeThereIsAWindowGetTheirTabs)
+{
+    for (const bool subclassed : {false, true}) {
+        SCOPED_TRACE(subclassed);
+        tabs.DestroyWindow();
+        pages.clear();
+        Add(L"A", 1, kTemplate, 1);
+        Add(L"B", 0);
+        Add(L"C");
+        EXPECT_EQ(pages[0]->m_hWnd, nullptr);
+        const CRect place(10, 10, 310, 210);
+        if (!subclassed) {
+            ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, place, &host, kTabId));
+        } else {
+            const HWND existing =
+                ::CreateWindow(WC_TABCONTROL, nullptr, WS_CHILD | WS_VISIBLE, place.left, place.top,
+                               place.Width(), place.Height(), host.m_hWnd, nullptr, nullptr, nullptr);
+            ASSERT_TRUE(tabs.SubclassWindow(existing));
+        }
+        EXPECT_EQ(tabs.GetItemCount(), 2);
+        ClickTab(1);
+        EXPECT_EQ(Shown(), 2);
+        tabs.EnablePage(L"B", 1);
+        EXPECT_EQ(tabs.GetItemCount(), 3);
+        EXPECT_EQ(tabs.GetCurSel(), 2);
+    }
+}
+
+TEST_F(TabPages, PagesMayShowOthersFromTheirOwnCode)
+{
+    AddThree();
+    pages[1]->onActivate = [&] { tabs.SetActive(2); };
+    tabs.SetActive(0);
+    tabs.SetActive(1);
+    EXPECT_EQ(Shown(), 2);
+    EXPECT_EQ(tabs.GetCurSel(), 2);
+    tabs.SetActive(0);
+    ClickTab(1);
+    EXPECT_EQ(Shown(), 2);
+    EXPECT_EQ(tabs.GetCurSel(), 2);
+
+    // Two that pass on to each other come to an end.
+    pages[2]->onActivate = [&] { tabs.SetActive(1); };
+    tabs.SetActive(0);
+    tabs.SetActive(1);
+    EXPECT_EQ(Shown(), tabs.GetActive());
+    EXPECT_EQ(tabs.GetCurSel(), tabs.GetActive());
+
+    // While a page is asked, no other is shown.
+    pages[2]->onActivate = nullptr;
+    tabs.SetActive(0);
+    pages[0]->onDeactive = [&] { tabs.SetActive(2); };
+    pages[0]->mayLeave = 0;
+    tabs.SetActive(1);
+    EXPECT_EQ(Shown(), 0);
+
+    // And it may close everything.
+    pages[0]->onDeactive = [&] { host.DestroyWindow(); };
+    pages[0]->mayLeave = 1;
+    tabs.SetActive(1);
+    EXPECT_EQ(tabs.m_hWnd, nullptr);
+    EXPECT_EQ(tabs.GetActive(), -1);
+}
+
+namespace
+{
+
+// What the control must do, written down page by page.
+struct PageModel {
+    struct Page {
+        bool enabled, created, mayLeave;
+    };
+    std::vector<Page> pages;
+    int active = -1;
+
+    int Count() const { return static_cast<int>(pages.size()); }
+    bool Leave()
+    {
+        if (active >= 0 && !pages[active].mayLeave)
+            return false;
+        active = -1;
+        return true;
+    }
+    void Show(int page)
+    {
+        if (!Leave())
+            return;
+        pages[page].created = true;
+        active = page;
+    }
+    void Enable(int page, bool enable, int next)
+    {
+        if (pages[page].enabled == enable)
+            return;
+        pages[page].enabled = enable;
+        if (enable || page != active)
+            return;
+        if (next == page || next < 0 || next >= Count() || !pages[next].enabled) {
+            next = page;
+            do
+                next = next + 1 == Count() ? 0 : next + 1;
+            while (next != page && !pages[next].enabled);
+        }
+        if (next == page)
+            Leave();
+        else
+            Show(next);
+    }
+};
+
+} // namespace
+
+TEST_F(TabPages, AnyOrderOfChangesAgreesWithTheModel)
+{
+    std::mt19937 random(23);
+    const auto draw = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    for (int series = 0; series < 3; ++series) {
+        PageModel model;
+        for (int step = 0; step < 150; ++step) {
+            if (model.pages.empty() || (step % 6 == 0 && model.Count() < 20)) {
+                const bool enabled = draw(3) != 0;
+                const bool now = draw(2) != 0;
+                Add((L"page " + std::to_wstring(model.Count())).c_str(), enabled, kTemplate, now);
+                model.pages.push_back({enabled, now, true});
+            }
+            const int page = draw(model.Count());
+            const int action = draw(7);
+            switch (action) {
+            case 0:
+            case 1:
+                tabs.SetActive(page);
+                model.Enable(page, true, -1);
+                model.Show(page);
+                break;
+            case 2: {
+                int next = draw(model.Count() + 2) - 1;
+                const bool enable = draw(2) != 0;
+                tabs.EnablePage(page, enable, draw(2) != 0 ? &next : &(next = -1));
+                model.Enable(page, enable, next);
+                break;
+            }
+            case 3:
+                tabs.EnsureInitialized(page);
+                model.pages[page].created = true;
+                break;
+            case 4:
+                tabs.ReInitPage(page);
+                break;
+            case 5:
+                model.pages[page].mayLeave = !model.pages[page].mayLeave;
+                pages[page]->mayLeave = model.pages[page].mayLeave;
+                break;
+            default:
+                tabs.SetWindowPos(nullptr, 0, 0, 250 + draw(50), 150 + draw(50), SWP_NOMOVE | SWP_NOZORDER);
+            }
+
+            SCOPED_TRACE("series " + std::to_string(series) + ", step " + std::to_string(step) + ", action " +
+                         std::to_string(action) + " on page " + std::to_string(page));
+            ASSERT_EQ(tabs.GetActive(), model.active);
+            ASSERT_EQ(Shown(), model.active);
+            int items = 0;
+            for (int i = 0; i < model.Count(); ++i) {
+                ASSERT_EQ(pages[i]->m_hWnd != nullptr, model.pages[i].created) << i;
+                ASSERT_EQ(tabs.IsPageEnabled(i) != 0, model.pages[i].enabled) << i;
+                if (!model.pages[i].enabled)
+                    continue;
+                ASSERT_EQ(tabs.MapPageToTabItem(i), items);
+                ASSERT_EQ(tabs.MapTabItemToPage(items), i);
+                std::array<wchar_t, 32> text{};
+                TCITEM item{};
+                item.mask = TCIF_TEXT;
+                item.pszText = text.data();
+                item.cchTextMax = static_cast<int>(text.size());
+                ASSERT_TRUE(tabs.GetItem(items++, &item));
+                ASSERT_EQ(item.pszText, L"page " + std::to_wstring(i));
+            }
+            ASSERT_EQ(tabs.GetItemCount(), items);
+        }
+        tabs.DestroyWindow();
+        for (const auto& page : pages)
+            EXPECT_EQ(page->m_hWnd, nullptr);
+        pages.clear();
+        ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId));
+    }
+}
+
+TEST_F(TabPages, TheTitleBandHasThePagesBitmapAndNoArrows)
+{
+    constexpr UINT kGlyph = 5016;
+    pages.push_back(std::make_unique<TestPage>());
+    tabs.AddPage(L"with a bitmap", pages.back().get(), 1, kGlyph, 0);
+    for (int i = 0; i < 8; ++i)
+        Add(L"a caption that takes room");
+    const auto arrows = [&] {
+        const HWND window = ::FindWindowEx(tabs.m_hWnd, nullptr, UPDOWN_CLASS, nullptr);
+        return window != nullptr && ::IsWindowVisible(window);
+    };
+    EXPECT_TRUE(arrows());
+    tabs.SetOutDrivenMode(1);
+    EXPECT_FALSE(arrows());
+    Add(L"one more");
+    tabs.SetWindowPos(nullptr, 0, 0, 280, 180, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_FALSE(arrows());
+    tabs.SetActive(0);
+
+    const DibSurface shown = CaptureClient(tabs.m_hWnd);
+    SaveArtifact(shown, L"band");
+    BITMAP size{};
+    const HBITMAP bitmap = tabs.GetInnerPageData(0).hBitmap;
+    ASSERT_NE(::GetObject(bitmap, sizeof(size), &size), 0);
+    DibSurface glyph(size.bmWidth, size.bmHeight);
+    CDC source;
+    source.CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = ::SelectObject(source.m_hDC, bitmap);
+    glyph.DC().BitBlt(0, 0, size.bmWidth, size.bmHeight, &source, 0, 0, SRCCOPY);
+    ::SelectObject(source.m_hDC, old);
+    const CPoint at(10, 2);
+    EXPECT_TRUE(AreasEqual(shown, CRect(at, CSize(size.bmWidth, size.bmHeight)), glyph, CPoint(0, 0)));
+
+    tabs.SetActive(1);
+    EXPECT_FALSE(AreasEqual(CaptureClient(tabs.m_hWnd), CRect(at, CSize(size.bmWidth, size.bmHeight)), glyph,
+                            CPoint(0, 0)));
+    tabs.SetOutDrivenMode(0);
+    EXPECT_TRUE(arrows());
 }
 
 TEST_F(TabPages, TabsArePaintedByStateAndStyle)

@@ -16,6 +16,35 @@ constexpr int kImageGap = 4;
 constexpr int kRaise = 2;     // how far the selected tab stands above the others
 constexpr int kHotStripe = 2; // height of the stripe on the tab under the mouse
 
+// Whether a message changes what the control shows. The system's part invalidates no more than the tabs as it
+// would draw them, and for some of these nothing.
+bool ChangesTabs(UINT message)
+{
+    switch (message) {
+    case TCM_SETIMAGELIST:
+    case TCM_REMOVEIMAGE:
+    case TCM_SETITEM:
+    case TCM_INSERTITEM:
+    case TCM_DELETEITEM:
+    case TCM_DELETEALLITEMS:
+    case TCM_SETCURSEL:
+    case TCM_SETCURFOCUS:
+    case TCM_SETITEMSIZE:
+    case TCM_SETPADDING:
+    case TCM_SETMINTABWIDTH:
+    case WM_KEYDOWN:
+    case WM_LBUTTONDOWN:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_ENABLE:
+    case WM_SETFONT:
+    case WM_SIZE:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 IMPLEMENT_DYNAMIC(VTabCtrl, CTabCtrl)
@@ -25,7 +54,6 @@ BEGIN_MESSAGE_MAP(VTabCtrl, CTabCtrl)
     ON_WM_ERASEBKGND()
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
-    ON_WM_ENABLE()
     ON_MESSAGE(WM_PRINTCLIENT, &VTabCtrl::OnPrintClient)
 END_MESSAGE_MAP()
 
@@ -38,8 +66,24 @@ void VTabCtrl::SetDrawingStyle(int Style)
 
 void VTabCtrl::PreSubclassWindow()
 {
-    ModifyStyle(0, TCS_HOTTRACK);
+    // The control is painted in one piece, around its page or its arrows for tabs that do not fit.
+    ModifyStyle(0, TCS_HOTTRACK | WS_CLIPCHILDREN);
     CTabCtrl::PreSubclassWindow();
+}
+
+LRESULT VTabCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const HWND hWnd = m_hWnd;
+    const LRESULT result = CTabCtrl::WindowProc(message, wParam, lParam);
+    // What was told of the change may have destroyed the control.
+    if (ChangesTabs(message) && CWnd::FromHandlePermanent(hWnd) == this)
+        OnTabsChanged();
+    return result;
+}
+
+void VTabCtrl::OnTabsChanged()
+{
+    Invalidate(FALSE);
 }
 
 BOOL VTabCtrl::OnEraseBkgnd(CDC*)
@@ -107,6 +151,8 @@ void VTabCtrl::DrawTab(CDC& dc, int item, bool selected)
         tab.top += kRaise;
     else if (tab.bottom == GetBodyRect().top)
         ++tab.bottom; // the tab is open towards its page
+    if (tab.bottom < GetBodyRect().top)
+        tab.bottom += kRaise; // down to the next row
     FillTab(dc, tab, selected);
     if (!selected && item == m_nHot && IsWindowEnabled())
         dc.FillSolidRect(tab.left + 1, tab.top + 1, tab.Width() - 1, kHotStripe, VGM.Common.clrHot);
@@ -128,7 +174,7 @@ void VTabCtrl::FillTab(CDC& dc, const CRect& tab, bool selected) const
     dc.FillSolidRect(tab.right, tab.top, 1, tab.Height(), VGM.Tab.clrFrame);
 }
 
-void VTabCtrl::DrawCaption(CDC& dc, int item, CRect tab)
+void VTabCtrl::DrawCaption(CDC& dc, int item, const CRect& tab)
 {
     std::array<wchar_t, kMaxCaption> text{};
     TCITEM info{};
@@ -139,14 +185,7 @@ void VTabCtrl::DrawCaption(CDC& dc, int item, CRect tab)
         return;
     CRect room = tab;
     room.DeflateRect(kCaptionMargin, 1);
-    const auto images = reinterpret_cast<HIMAGELIST>(::SendMessage(m_hWnd, TCM_GETIMAGELIST, 0, 0));
-    int cx = 0;
-    int cy = 0;
-    if (images != nullptr && info.iImage >= 0 && ::ImageList_GetIconSize(images, &cx, &cy)) {
-        ::ImageList_Draw(images, info.iImage, dc.m_hDC, room.left, room.CenterPoint().y - cy / 2,
-                         ILD_TRANSPARENT);
-        room.left += cx + kImageGap;
-    }
+    room.left = DrawItemImage(dc, info.iImage, room);
     const bool enabled = IsWindowEnabled() != FALSE;
     const VTextColorScope color(dc.m_hDC, enabled ? VGM.Dlg.clrText : ::GetSysColor(COLOR_GRAYTEXT));
     // The control may answer with a pointer to its own text.
@@ -155,9 +194,25 @@ void VTabCtrl::DrawCaption(CDC& dc, int item, CRect tab)
     if (enabled && ::GetFocus() == m_hWnd && GetCurFocus() == item) {
         const VTextColorScope black(dc.m_hDC, RGB(0, 0, 0));
         const VBkColorScope white(dc.m_hDC, RGB(255, 255, 255));
-        tab.DeflateRect(3, 3, 2, 3);
-        dc.DrawFocusRect(tab);
+        CRect focus = tab;
+        focus.DeflateRect(3, 3, 2, 3);
+        dc.DrawFocusRect(focus);
     }
+}
+
+// Draws a tab's image at the left end of its room and answers where the rest of the room begins.
+LONG VTabCtrl::DrawItemImage(CDC& dc, int image, const CRect& room) const
+{
+    const auto images = reinterpret_cast<HIMAGELIST>(::SendMessage(m_hWnd, TCM_GETIMAGELIST, 0, 0));
+    int cx = 0;
+    int cy = 0;
+    if (images == nullptr || image < 0 || image >= ::ImageList_GetImageCount(images) ||
+        !::ImageList_GetIconSize(images, &cx, &cy))
+        return room.left;
+    const UINT style = IsWindowEnabled() ? ILD_TRANSPARENT : ILD_TRANSPARENT | ILD_BLEND50;
+    ::ImageList_DrawEx(images, image, dc.m_hDC, room.left, room.CenterPoint().y - cy / 2, 0, 0, CLR_NONE,
+                       VGM.Tab.clrPageBk, style);
+    return room.left + cx + kImageGap;
 }
 
 void VTabCtrl::SetHot(int item)
@@ -183,10 +238,4 @@ void VTabCtrl::OnMouseLeave()
 {
     SetHot(-1);
     CTabCtrl::OnMouseLeave();
-}
-
-void VTabCtrl::OnEnable(BOOL bEnable)
-{
-    CTabCtrl::OnEnable(bEnable);
-    Invalidate();
 }

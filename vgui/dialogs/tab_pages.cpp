@@ -45,6 +45,19 @@ void CreateBoldFont(CFont& bold, const CWnd& window)
     }
 }
 
+// Sets a flag for the length of a block.
+class FlagScope
+{
+public:
+    explicit FlagScope(bool& flag) : m_flag(flag) { m_flag = true; }
+    ~FlagScope() { m_flag = false; }
+    FlagScope(const FlagScope&) = delete;
+    FlagScope& operator=(const FlagScope&) = delete;
+
+private:
+    bool& m_flag;
+};
+
 } // namespace
 
 PageStruct::~PageStruct()
@@ -93,14 +106,11 @@ BEGIN_MESSAGE_MAP(VTabDlgCtrl, VTabCtrl)
     ON_NOTIFY_REFLECT_EX(TCN_SELCHANGE, &VTabDlgCtrl::OnSelchange)
     ON_WM_SIZE()
     ON_WM_DESTROY()
-    ON_WM_PAINT()
 END_MESSAGE_MAP()
 
 void VTabDlgCtrl::PreSubclassWindow()
 {
     VTabCtrl::PreSubclassWindow();
-    // The control is painted in one piece, around the page.
-    ModifyStyle(0, WS_CLIPCHILDREN);
     InsertTabs();
 }
 
@@ -238,8 +248,7 @@ void VTabDlgCtrl::ReplaceActivePage(int page, const int* nextActive)
         DeactivePage();
         return;
     }
-    ActivePage(next);
-    if (m_hWnd != nullptr)
+    if (ShowPage(next))
         SetCurSel(MapPageToTabItem(next));
 }
 
@@ -253,51 +262,96 @@ void VTabDlgCtrl::SetActive(int page)
     if (!IsPage(page) || m_hWnd == nullptr)
         return;
     EnablePage(page, 1, nullptr);
-    ActivePage(page);
-    // The pages' own code has run, and may have closed everything.
-    if (m_hWnd == nullptr)
-        return;
-    SetCurSel(MapPageToTabItem(page));
-    if (m_bOutDriven)
-        InvalidateRect(GetTitleRect());
+    if (ShowPage(page))
+        SetCurSel(MapPageToTabItem(page));
 }
 
 void VTabDlgCtrl::SetOutDrivenMode(int outDriven)
 {
     m_bOutDriven = outDriven;
-    if (m_hWnd != nullptr)
-        Invalidate();
+    if (m_hWnd == nullptr)
+        return;
+    ShowScrollArrows(outDriven == 0);
+    Invalidate();
+}
+
+void VTabDlgCtrl::OnTabsChanged()
+{
+    VTabCtrl::OnTabsChanged();
+    // The system's part shows them whenever the tabs do not fit.
+    if (m_bOutDriven)
+        ShowScrollArrows(false);
+}
+
+// The arrows for tabs that do not fit, which would stand on the title band.
+void VTabDlgCtrl::ShowScrollArrows(bool show)
+{
+    if (const HWND arrows = ::FindWindowEx(m_hWnd, nullptr, UPDOWN_CLASS, nullptr))
+        ::ShowWindow(arrows, SW_HIDE);
+    CRect client;
+    GetClientRect(client);
+    if (show) // when they are needed
+        DefWindowProc(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.Width(), client.Height()));
 }
 
 int VTabDlgCtrl::DeactivePage()
 {
     if (!IsPage(m_nActive))
         return 1;
-    VTabPage* const page = m_pages[m_nActive]->pPage;
-    if (page->OnDeactive() == 0)
+    if (m_bLeaving)
         return 0;
+    VTabPage* const page = m_pages[m_nActive]->pPage;
+    {
+        const FlagScope leaving(m_bLeaving);
+        if (page->OnDeactive() == 0)
+            return 0;
+    }
+    // The page's own code may have closed the control.
+    if (!IsPage(m_nActive))
+        return 1;
     page->ShowWindow(SW_HIDE);
     m_nActive = -1;
+    InvalidateTitle();
     return 1;
 }
 
 void VTabDlgCtrl::ActivePage(int page)
 {
-    if (!IsPage(page) || !DeactivePage())
-        return;
+    (void)ShowPage(page);
+}
+
+// ActivePage, which answers whether the page's tab is to be selected: it is whether or not the page could be
+// shown, but not when the page's own code has shown another one or has closed the control.
+bool VTabDlgCtrl::ShowPage(int page)
+{
+    // Pages that show each other without end: the first one does not come again.
+    if (!IsPage(page) || m_bActivating[page])
+        return false;
+    if (!DeactivePage())
+        return true;
     EnsureInitialized(page);
     if (!HasWindow(page))
-        return;
-    m_pages[page]->pPage->OnActivate();
-    // The page's own code may have closed the control or shown another page.
+        return m_hWnd != nullptr;
+    {
+        const FlagScope activating(m_bActivating[page]);
+        m_pages[page]->pPage->OnActivate();
+    }
     if (!HasWindow(page) || m_nActive >= 0)
-        return;
+        return false;
     const CRect rect = GetPageRect();
     VTabPage& shown = *m_pages[page]->pPage;
     shown.SetWindowPos(nullptr, rect.left, rect.top, std::max(rect.Width(), 0), std::max(rect.Height(), 0),
                        SWP_NOZORDER | SWP_NOACTIVATE);
     shown.ShowWindow(SW_SHOW);
     m_nActive = page;
+    InvalidateTitle();
+    return true;
+}
+
+void VTabDlgCtrl::InvalidateTitle()
+{
+    if (m_bOutDriven && m_hWnd != nullptr)
+        InvalidateRect(GetTitleRect());
 }
 
 // Where a page is shown, in client coordinates.
@@ -380,8 +434,6 @@ void VTabDlgCtrl::OnSize(UINT nType, int cx, int cy)
     ActivePage(m_nActive);
     if (onPage && ::IsWindow(focus) && ::GetFocus() != focus)
         ::SetFocus(focus);
-    if (m_hWnd != nullptr)
-        Invalidate();
 }
 
 void VTabDlgCtrl::OnDestroy()
@@ -405,13 +457,12 @@ CRect VTabDlgCtrl::GetTitleRect() const
     return rect;
 }
 
-void VTabDlgCtrl::OnPaint()
+void VTabDlgCtrl::Draw(CDC& dc)
 {
     if (!m_bOutDriven) {
-        VTabCtrl::OnPaint();
+        VTabCtrl::Draw(dc);
         return;
     }
-    CPaintDC dc(this);
     CRect body;
     GetClientRect(body);
     const CRect title = GetTitleRect();

@@ -27,8 +27,11 @@ public:
 
 protected:
     void PreSubclassWindow() override;
-    // Paints the whole client area.
-    void Draw(CDC& dc);
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Paints the whole client area, on the screen or for WM_PRINTCLIENT.
+    virtual void Draw(CDC& dc);
+    // The tabs, the selection, the focus or the size have changed. Repaints.
+    virtual void OnTabsChanged();
     // The frame around the page, in client coordinates.
     CRect GetBodyRect() const;
 
@@ -36,7 +39,6 @@ protected:
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
-    afx_msg void OnEnable(BOOL bEnable);
     afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
@@ -45,7 +47,8 @@ protected:
 private:
     void DrawTab(CDC& dc, int item, bool selected);
     void FillTab(CDC& dc, const CRect& tab, bool selected) const;
-    void DrawCaption(CDC& dc, int item, CRect tab);
+    void DrawCaption(CDC& dc, int item, const CRect& tab);
+    [[nodiscard]] LONG DrawItemImage(CDC& dc, int image, const CRect& room) const;
     void SetHot(int item);
 
     int m_nHot = -1; // the tab under the mouse
@@ -60,9 +63,9 @@ class VGUI_API VTabPage : public VGuiDlg
 public:
     explicit VTabPage(UINT nIDTemplate, CWnd* pParent = nullptr);
 
-    // The page is about to be shown; its window exists.
+    // The page is about to be shown; its window exists. It may show another page instead.
     virtual void OnActivate() {}
-    // The page is about to be left. 0 keeps it shown.
+    // The page is about to be left. 0 keeps it shown, and so does an attempt to show a page from here.
     virtual int OnDeactive() { return 1; }
     // The page's window is about to be destroyed by the tab control.
     virtual void OnDestroyP() {}
@@ -152,11 +155,12 @@ protected:
     virtual void DrawTitle(CDC* pDC, const CRect& rect);
 
     void PreSubclassWindow() override;
+    void Draw(CDC& dc) override;
+    void OnTabsChanged() override;
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg BOOL OnSelchange(NMHDR* pNMHDR, LRESULT* pResult);
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnDestroy();
-    afx_msg void OnPaint();
     DECLARE_MESSAGE_MAP()
 
     void (*m_pfnChanged)(int) = nullptr;
@@ -173,6 +177,12 @@ private:
     [[nodiscard]] int FindNextEnabled(int page) const;
     [[nodiscard]] CRect GetPageRect() const;
     void InsertTabs();
+    void ShowScrollArrows(bool show);
+    [[nodiscard]] bool ShowPage(int page);
     void ReplaceActivePage(int page, const int* nextActive);
     void DestroyPage(int page);
+    void InvalidateTitle();
+
+    bool m_bLeaving = false;                    // the active page is being asked
+    std::array<bool, MaxPages> m_bActivating{}; // the page's OnActivate is running
 };
