@@ -6,9 +6,12 @@
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 
+#include <climits>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <optional>
+#include <utility>
 
 using namespace support;
 
@@ -134,6 +137,10 @@ TEST_F(SplitterBar, LimitsHoldAndTheUpperOneWinsWhenTheyCross)
     EXPECT_EQ(bar->mostLow, 210);
     EXPECT_EQ(bar->mostHigh, 84);
     EXPECT_EQ(Place(*bar).left, 84);
+    bar->SetPanesMiniSize(INT_MAX, INT_MAX);
+    bar->SetPanes(&pane1, &pane2);
+    EXPECT_LT(bar->mostHigh, 0);
+    EXPECT_GT(bar->mostLow, 0);
 }
 
 TEST_F(SplitterBar, OutDriveModeLeavesThePanesAndTheLimitsAlone)
@@ -235,6 +242,44 @@ TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
         pane2.DestroyWindow();
         host.DestroyWindow();
     }
+}
+
+// Both panes go to their places in one batch: what the first does when it is moved does not lead the second
+// astray.
+TEST_F(SplitterBar, BothPanesAreMeasuredBeforeEitherIsMoved)
+{
+    Open(FALSE);
+    struct Meddler : CStatic {
+        std::function<void()> onMoved;
+        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+        {
+            if (message == WM_WINDOWPOSCHANGED && onMoved)
+                std::exchange(onMoved, nullptr)();
+            return CStatic::WindowProc(message, wParam, lParam);
+        }
+    } first;
+    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, Place(pane1), &host));
+    bar->SetPanes(&first, &pane2);
+    const auto moveBar = [&](int left) { bar->MoveWindow(left, 10, 6, 180); };
+    moveBar(100);
+    first.onMoved = [&] { pane2.MoveWindow(146, 100, 50, 20); };
+    bar->MovePanes();
+    EXPECT_EQ(Place(first), CRect(10, 10, 100, 190));
+    EXPECT_EQ(Place(pane2), CRect(106, 10, 290, 190));
+
+    PumpMessages();
+    host.UpdateWindow();
+    MessageSpy spy(host.m_hWnd);
+    moveBar(120);
+    bar->MovePanes();
+    PumpMessages();
+    EXPECT_LE(spy.Count(WM_PAINT), 1);
+    EXPECT_EQ(Place(pane2).left, 126);
+
+    moveBar(90);
+    first.onMoved = [&] { pane2.DestroyWindow(); };
+    bar->MovePanes();
+    EXPECT_EQ(Place(first).right, 90);
 }
 
 TEST_F(SplitterBar, SurvivesWhatTheParentDoesWhenTold)

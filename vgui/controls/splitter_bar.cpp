@@ -10,6 +10,8 @@ namespace
 constexpr UINT kVerticalBarCursor = 30980;
 constexpr UINT kHorizontalBarCursor = 30981;
 
+constexpr int kLargestPane = 0xFFFFFF; // pixels; more than any window has, and safe to add to a coordinate
+
 CRect RectInParent(HWND window, const CWnd& parent)
 {
     CRect rect;
@@ -152,8 +154,9 @@ void CSplitterBar::GetMostCoordForPanes()
         room.BottomRight() = RectInParent(pane2, parent).BottomRight();
     CRect bar;
     GetWindowRect(bar);
-    mostLow = (horizontal ? room.top : room.left) + minSize1;
-    mostHigh = (horizontal ? room.bottom - bar.Height() : room.right - bar.Width()) - minSize2;
+    mostLow = (horizontal ? room.top : room.left) + std::min(minSize1, kLargestPane);
+    mostHigh = (horizontal ? room.bottom - bar.Height() : room.right - bar.Width()) -
+               std::min(minSize2, kLargestPane);
 }
 
 void CSplitterBar::MovePanes()
