@@ -48,6 +48,10 @@ struct GalleryPage {
 #define GALLERY_PAGES(ROW)                                                                                   \
     ROW(DialogsPage)                                                                                         \
     ROW(EditorCommandPage)                                                                                   \
+    ROW(LayoutPage)                                                                                          \
+    ROW(TabsPage)                                                                                            \
+    ROW(WizardPage)                                                                                          \
+    ROW(PanesPage)                                                                                           \
     ROW(DrawingPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
