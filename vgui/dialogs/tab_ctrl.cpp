@@ -149,10 +149,10 @@ void VTabCtrl::DrawTab(CDC& dc, int item, bool selected)
         return;
     if (!selected)
         tab.top += kRaise;
-    else if (tab.bottom == GetBodyRect().top)
-        ++tab.bottom; // the tab is open towards its page
     if (tab.bottom < GetBodyRect().top)
         tab.bottom += kRaise; // down to the next row
+    else if (selected)
+        ++tab.bottom; // the tab is open towards its page
     FillTab(dc, tab, selected);
     if (!selected && item == m_nHot && IsWindowEnabled())
         dc.FillSolidRect(tab.left + 1, tab.top + 1, tab.Width() - 1, kHotStripe, VGM.Common.clrHot);

@@ -103,6 +103,7 @@ IMPLEMENT_DYNAMIC(VTabDlgCtrl, VTabCtrl)
 
 BEGIN_MESSAGE_MAP(VTabDlgCtrl, VTabCtrl)
     ON_WM_CREATE()
+    ON_WM_SETFOCUS()
     ON_NOTIFY_REFLECT_EX(TCN_SELCHANGE, &VTabDlgCtrl::OnSelchange)
     ON_WM_SIZE()
     ON_WM_DESTROY()
@@ -286,12 +287,13 @@ void VTabDlgCtrl::OnTabsChanged()
 // The arrows for tabs that do not fit, which would stand on the title band.
 void VTabDlgCtrl::ShowScrollArrows(bool show)
 {
-    if (const HWND arrows = ::FindWindowEx(m_hWnd, nullptr, UPDOWN_CLASS, nullptr))
-        ::ShowWindow(arrows, SW_HIDE);
-    CRect client;
-    GetClientRect(client);
-    if (show) // when they are needed
+    if (show) { // as far as they are needed
+        CRect client;
+        GetClientRect(client);
         DefWindowProc(WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.Width(), client.Height()));
+    } else if (const HWND arrows = ::FindWindowEx(m_hWnd, nullptr, UPDOWN_CLASS, nullptr)) {
+        ::ShowWindow(arrows, SW_HIDE);
+    }
 }
 
 int VTabDlgCtrl::DeactivePage()
@@ -328,7 +330,7 @@ bool VTabDlgCtrl::ShowPage(int page)
     if (!IsPage(page) || m_bActivating[page])
         return false;
     if (!DeactivePage())
-        return true;
+        return m_hWnd != nullptr;
     EnsureInitialized(page);
     if (!HasWindow(page))
         return m_hWnd != nullptr;

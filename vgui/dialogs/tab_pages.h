@@ -55,13 +55,16 @@ private:
 };
 
 // A dialog to be shown by a VTabDlgCtrl. Its template is a borderless child (WS_CHILD, not WS_VISIBLE).
-// Enter and Escape act on the dialog that holds the tab control.
+// Enter and Escape act on the dialog that holds the tab control; the Tab key goes from the tab control
+// through the page and on to the dialog's next control.
 class VGUI_API VTabPage : public VGuiDlg
 {
     DECLARE_DYNAMIC(VTabPage)
 
 public:
     explicit VTabPage(UINT nIDTemplate, CWnd* pParent = nullptr);
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
 
     // The page is about to be shown; its window exists. It may show another page instead.
     virtual void OnActivate() {}
@@ -97,7 +100,8 @@ struct VGUI_API PageStruct {
 // Shows one of up to 20 pages at a time, chosen by its tabs. A disabled page has no tab.
 //
 // In out-driven mode the host switches the pages (as in a wizard): clicks on tabs have no effect, and a band
-// with the active page's title and bitmap takes the place of the tabs.
+// with the active page's title and bitmap takes the place of the tabs. The keyboard gets to the page when the
+// control has WS_TABSTOP.
 //
 // Pages are counted from 0 in the order in which they were added; functions that take a page do nothing for
 // one that does not exist. The page objects are the host's and must outlive the control's window, which
@@ -110,6 +114,8 @@ public:
     static constexpr int MaxPages = 20;
 
     VTabDlgCtrl() = default;
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
 
     // Adds a page. bitmapId: a bitmap of the library's resources, 0 for none; createNow: creates the page's
     // window now and not when it is first shown. Null pages and the 21st one are refused.
@@ -158,6 +164,7 @@ protected:
     void Draw(CDC& dc) override;
     void OnTabsChanged() override;
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
     afx_msg BOOL OnSelchange(NMHDR* pNMHDR, LRESULT* pResult);
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnDestroy();
@@ -171,6 +178,8 @@ protected:
     std::array<std::unique_ptr<PageStruct>, MaxPages> m_pages;
 
 private:
+    friend class VTabPage;
+
     [[nodiscard]] bool IsPage(int page) const { return page >= 0 && page < m_nPageCount; }
     [[nodiscard]] bool HasWindow(int page) const;
     [[nodiscard]] int FindPage(const wchar_t* title) const;
@@ -182,6 +191,8 @@ private:
     void ReplaceActivePage(int page, const int* nextActive);
     void DestroyPage(int page);
     void InvalidateTitle();
+    bool TabIntoPage(bool backward);
+    bool TabOutOfPage(const VTabPage& page, const MSG& msg);
 
     bool m_bLeaving = false;                    // the active page is being asked
     std::array<bool, MaxPages> m_bActivating{}; // the page's OnActivate is running
