@@ -176,10 +176,14 @@ void Drag(const std::vector<CPoint>& path, MouseButton button, DWORD timeoutMs)
     if (WouldDoubleClick(button, path.front()))
         ResetDoubleClick();
     NotePress(button);
-    std::vector<INPUT> records{MouseButtonInput(FlagsOf(button).down)};
+    // The buttons' records name their place: a display that reports an earlier move late would otherwise put
+    // them there.
+    std::vector<INPUT> records{MouseMoveInput(path.front())};
     for (size_t i = 1; i < path.size(); ++i)
         records.push_back(MouseMoveInput(path[i]));
-    records.push_back(MouseButtonInput(FlagsOf(button).up));
+    records.push_back(MouseMoveInput(path.back()));
+    records.front().mi.dwFlags |= FlagsOf(button).down;
+    records.back().mi.dwFlags |= FlagsOf(button).up;
     {
         InputFeeder feeder(std::move(records), timeoutMs);
     }
