@@ -173,6 +173,7 @@ protected:
     virtual void DrawNormalStyle(CDC* pDC);
     virtual void DrawTitleStyle(CDC* pDC);
 
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     void PreSubclassWindow() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 

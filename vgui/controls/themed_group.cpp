@@ -94,7 +94,14 @@ int VGroup::SetUseTitle(int useTitle)
     return former;
 }
 
-// Transparent, so that the parent paints what lies behind the box even when it leaves out its children.
+// Transparent, so that the parent paints what lies behind the box even when it leaves out its children. A
+// window that is being created takes its styles from the structure only.
+BOOL VGroup::PreCreateWindow(CREATESTRUCT& cs)
+{
+    cs.dwExStyle |= WS_EX_TRANSPARENT;
+    return CButton::PreCreateWindow(cs);
+}
+
 void VGroup::PreSubclassWindow()
 {
     ModifyStyleEx(0, WS_EX_TRANSPARENT);
