@@ -49,7 +49,8 @@ struct GalleryPage {
     ROW(DialogsPage)                                                                                         \
     ROW(EditorCommandPage)                                                                                   \
     ROW(DrawingPage)                                                                                         \
-    ROW(InputsPage)
+    ROW(InputsPage)                                                                                          \
+    ROW(SmallControlsPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -15,6 +15,7 @@ namespace
 constexpr int kCorner = 6;        // diameter of the frame's round corners, pixels
 constexpr int kCaptionIndent = 8; // from the box's edge to the caption
 constexpr int kCaptionGap = 3;    // between the caption and the frame's line
+constexpr int kOverhang = 4;      // by which letters may reach beyond their measured width
 constexpr int kTitlePad = 6;      // from the band's edge to the caption
 constexpr UINT kCaptionFormat = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS;
 
@@ -184,6 +185,7 @@ void VGroup::DrawNormalStyle(CDC* pDC)
     if (!caption.IsEmpty()) {
         CRect size(0, 0, 0, 0);
         ::DrawText(pDC->m_hDC, caption, -1, size, DT_SINGLELINE | DT_CALCRECT);
+        size.right += kOverhang;
         place = CaptionRect(client, size.Size(), Alignment(GetStyle()));
         frame.top += place.Height() / 2;
     }
