@@ -3,6 +3,7 @@
 #include "vgui/controls/combo_button.h"
 #include "vgui/controls/control_frame.h"
 #include "vgui/foundation/buffered_dc.h"
+#include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
 IMPLEMENT_DYNAMIC(VDateTimeCtrl, CDateTimeCtrl)
@@ -12,6 +13,7 @@ BEGIN_MESSAGE_MAP(VDateTimeCtrl, CDateTimeCtrl)
     ON_WM_STYLECHANGED()
     ON_WM_NCPAINT()
     ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
     ON_WM_ENABLE()
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
@@ -60,34 +62,51 @@ void VDateTimeCtrl::OnNcPaint()
         PaintControlFrame(*this, VGM.Combo.clrFrame, IsWindowEnabled() != FALSE);
 }
 
+BOOL VDateTimeCtrl::OnEraseBkgnd(CDC*)
+{
+    return TRUE;
+}
+
 void VDateTimeCtrl::OnPaint()
 {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(client);
     VBufferedDC buffer(dc, client, VBufferedDC::Start::Target);
-    DefWindowProc(WM_PAINT, reinterpret_cast<WPARAM>(buffer.m_hDC), 0);
-    DrawButton(buffer);
+    Draw(buffer);
 }
 
 LRESULT VDateTimeCtrl::OnPrintClient(WPARAM wParam, LPARAM)
 {
-    const LRESULT result = Default();
     if (CDC* const dc = CDC::FromHandle(reinterpret_cast<HDC>(wParam)))
-        DrawButton(*dc);
-    return result;
+        Draw(*dc);
+    return 0;
 }
 
-void VDateTimeCtrl::DrawButton(CDC& dc)
+// The stock control paints first; a disabled one's field is to look like the dialog.
+void VDateTimeCtrl::Draw(CDC& dc)
 {
+    const bool enabled = IsWindowEnabled() != FALSE;
+    const auto target = reinterpret_cast<WPARAM>(dc.m_hDC);
+    if (enabled) {
+        DefWindowProc(WM_ERASEBKGND, target, 0);
+    } else {
+        CRect client;
+        GetClientRect(client);
+        dc.FillSolidRect(client, VGGetParentBkColor(this));
+    }
+    DefWindowProc(WM_PAINT, target, 0);
     if (!HasButton())
         return;
-    if (!IsWindowEnabled()) {
+    if (enabled)
+        DrawComboFace(dc, GetFrameRect(), m_bHover || IsOpen(), VGM.Combo.clrGlyph);
+    else
         DrawDisabledComboFace(dc, *this, GetFrameRect());
-        return;
-    }
-    const bool open = SendMessage(DTM_GETMONTHCAL) != 0;
-    DrawComboFace(dc, GetFrameRect(), m_bHover || open, VGM.Combo.clrGlyph);
+}
+
+bool VDateTimeCtrl::IsOpen() const
+{
+    return ::IsWindowVisible(reinterpret_cast<HWND>(SendMessage(DTM_GETMONTHCAL))) != FALSE;
 }
 
 void VDateTimeCtrl::OnEnable(BOOL bEnable)

@@ -17,8 +17,8 @@ public:
     VDateTimeCtrl() = default;
 
 protected:
-    // Paints the button over a client area that the stock control has painted.
-    void DrawButton(CDC& dc);
+    // Paints the whole client area.
+    void Draw(CDC& dc);
     // The outer edge of the frame, client coordinates.
     CRect GetFrameRect() const;
 
@@ -27,6 +27,7 @@ protected:
     afx_msg void OnStyleChanged(int nStyleType, LPSTYLESTRUCT lpStyleStruct);
     afx_msg void OnNcPaint();
     afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnEnable(BOOL bEnable);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
@@ -38,6 +39,7 @@ protected:
 
 private:
     [[nodiscard]] bool HasButton() const { return (GetStyle() & DTS_UPDOWN) == 0; }
+    [[nodiscard]] bool IsOpen() const;
     void AttachArrows();
     void SetHover(bool hover);
 };

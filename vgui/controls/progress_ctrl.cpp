@@ -127,10 +127,9 @@ LRESULT VProgressCtrl::OnSetMarquee(WPARAM wParam, LPARAM lParam)
     m_bMarquee =
         wParam != 0 && (GetStyle() & PBS_MARQUEE) != 0 &&
         SetTimer(kMarqueeTimer, lParam > 0 ? static_cast<UINT>(lParam) : kMarqueeInterval, nullptr) != 0;
-    if (!m_bMarquee) {
+    if (!m_bMarquee)
         KillTimer(kMarqueeTimer);
-        m_nMarqueeOffset = 0;
-    }
+    m_nMarqueeOffset = MarqueeLength();
     Invalidate();
     return TRUE;
 }

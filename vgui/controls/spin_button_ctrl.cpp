@@ -27,7 +27,7 @@ Face FaceOf(bool enabled, bool hot, bool pressed, COLORREF background)
 {
     const auto& look = VGM.Combo;
     if (!enabled)
-        return {background, background, VGM.Common.clrGray, VGM.Common.clrGray};
+        return {background, background, VGM.Group.clrLine, VGM.Common.clrGray};
     if (pressed)
         return {VGFadeColor(look.clrBtnTo, kPressedShade), look.clrBtnTo, look.clrBtnBorder, look.clrGlyph};
     if (hot)
@@ -35,14 +35,17 @@ Face FaceOf(bool enabled, bool hot, bool pressed, COLORREF background)
     return {look.clrBtnFrom, look.clrBtnTo, look.clrBtnBorder, look.clrGlyph};
 }
 
-// An arrow in the middle of a half, as large as the half allows.
-void DrawArrow(CDC& dc, const CRect& half, COLORREF color, Direction direction)
+// How large both arrows are in a control with halves of at least this size.
+int ArrowSize(CSize half, bool horizontal)
 {
-    const bool vertical = direction == kDown || direction == kUp;
-    const int room = (vertical ? std::min(half.Height(), half.Width() / 2 + 1)
-                               : std::min(half.Width(), half.Height() / 2 + 1)) -
-                     2 * kArrowMargin;
-    const int size = std::clamp(room, kMinArrow, kMaxArrow);
+    const int room =
+        horizontal ? std::min<int>(half.cx, half.cy / 2 + 1) : std::min<int>(half.cy, half.cx / 2 + 1);
+    return std::clamp(room - 2 * kArrowMargin, kMinArrow, kMaxArrow);
+}
+
+// An arrow in the middle of a half.
+void DrawArrow(CDC& dc, const CRect& half, int size, COLORREF color, Direction direction)
+{
     // The middle of the tip's row; odd halves have an exact one.
     CPoint tip((half.left + half.right - 1) / 2, (half.top + half.bottom - 1) / 2);
     const int back = size / 2;
@@ -80,10 +83,10 @@ BEGIN_MESSAGE_MAP(VSpinButtonCtrl, CSpinButtonCtrl)
     ON_MESSAGE(WM_PRINTCLIENT, &VSpinButtonCtrl::OnPrintClient)
 END_MESSAGE_MAP()
 
-CRect VSpinButtonCtrl::PartRect(const CRect& client, bool horizontal, Part part)
+CRect VSpinButtonCtrl::PartRect(const CRect& area, bool horizontal, Part part)
 {
-    CRect rect = client;
-    const CPoint middle = client.CenterPoint();
+    CRect rect = area;
+    const CPoint middle = area.CenterPoint();
     switch (part) {
     case Part::Up:
         (horizontal ? rect.left : rect.bottom) = horizontal ? middle.x : middle.y;
@@ -131,25 +134,33 @@ BOOL VSpinButtonCtrl::OnEraseBkgnd(CDC*)
 
 void VSpinButtonCtrl::Draw(CDC& dc)
 {
-    CRect client;
-    GetClientRect(client);
-    dc.FillSolidRect(client, VGGetParentBkColor(this));
-    DrawPart(dc, client, Part::Up);
-    DrawPart(dc, client, Part::Down);
+    CRect rect;
+    GetClientRect(rect);
+    dc.FillSolidRect(rect, VGGetParentBkColor(this));
+    // Beside its buddy the control goes on with that one's frame.
+    if (GetBuddy() != nullptr) {
+        const COLORREF frame = IsWindowEnabled() ? VGM.Edit.clrFrame : VGM.Common.clrGray;
+        dc.Draw3dRect(rect, frame, frame);
+        rect.DeflateRect(1, 1);
+    }
+    DrawPart(dc, rect, Part::Up);
+    DrawPart(dc, rect, Part::Down);
 }
 
-void VSpinButtonCtrl::DrawPart(CDC& dc, const CRect& client, Part part)
+void VSpinButtonCtrl::DrawPart(CDC& dc, const CRect& room, Part part)
 {
     const bool horizontal = IsHorizontal();
-    CRect rect = PartRect(client, horizontal, part);
+    CRect rect = PartRect(room, horizontal, part);
     const bool hot = part == m_nHot && (m_nPressed == Part::None || m_nPressed == part);
     const Face face =
         FaceOf(IsWindowEnabled() != FALSE, hot, hot && m_nPressed == part, VGGetParentBkColor(this));
     dc.Draw3dRect(rect, face.border, face.border);
     rect.DeflateRect(1, 1);
     VGGradientFillRect(&dc, rect, face.from, face.to, 0);
+    const CSize half(room.Width() / (horizontal ? 2 : 1) - 2, room.Height() / (horizontal ? 1 : 2) - 2);
     const bool up = part == Part::Up;
-    DrawArrow(dc, rect, face.arrow, horizontal ? (up ? kRight : kLeft) : (up ? kUp : kDown));
+    DrawArrow(dc, rect, ArrowSize(half, horizontal), face.arrow,
+              horizontal ? (up ? kRight : kLeft) : (up ? kUp : kDown));
 }
 
 void VSpinButtonCtrl::SetState(Part hot, Part pressed)

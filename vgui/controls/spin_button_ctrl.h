@@ -18,8 +18,8 @@ public:
 
     VSpinButtonCtrl() = default;
 
-    // The half that belongs to an arrow, inside the control's frame; client coordinates. Empty for None.
-    static CRect PartRect(const CRect& client, bool horizontal, Part part);
+    // The half of a control's area that belongs to an arrow. Empty for None.
+    static CRect PartRect(const CRect& area, bool horizontal, Part part);
 
 protected:
     // Paints the whole client area.
@@ -43,6 +43,6 @@ protected:
 private:
     [[nodiscard]] bool IsHorizontal() const { return (GetStyle() & UDS_HORZ) != 0; }
     [[nodiscard]] Part PartAt(CPoint point) const;
-    void DrawPart(CDC& dc, const CRect& client, Part part);
+    void DrawPart(CDC& dc, const CRect& room, Part part);
     void SetState(Part hot, Part pressed);
 };
