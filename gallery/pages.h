@@ -53,6 +53,9 @@ struct GalleryPage {
     ROW(WizardPage)                                                                                          \
     ROW(PanesPage)                                                                                           \
     ROW(DrawingPage)
+    ROW(DrawingPage)                                                                                         \
+    ROW(InputsPage)                                                                                          \
+    ROW(SmallControlsPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -1,7 +1,12 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/controls/date_time_ctrl.h"
+#include "vgui/controls/progress_ctrl.h"
+#include "vgui/controls/spin_button_ctrl.h"
 #include "vgui/controls/splitter_bar.h"
+#include "vgui/controls/themed_controls.h"
+#include "vgui/controls/tool_bar.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/dialogs/tab_pages.h"

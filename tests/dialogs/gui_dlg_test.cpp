@@ -274,19 +274,22 @@ TEST_F(GuiDlg, ReplacedControlsGoWithTheDialog)
         ~WatchedStatic() override { ++deleted; }
         int& deleted;
     };
+    constexpr UINT kOtherStaticId = 1004;
+    DialogTemplate t = PlainTemplate();
+    t.Static(kOtherStaticId, L"other", 80, 10, 60, 12);
     int deleted = 0;
     TestDlg dlg;
     dlg.onInit = [&] {
-        for (const UINT id : {kStaticId, kEditId}) {
+        for (const UINT id : {kStaticId, kOtherStaticId}) {
             auto control = std::make_unique<WatchedStatic>(deleted);
             ASSERT_TRUE(control->SubclassDlgItem(id, &dlg));
             dlg.m_arrSubclassed.Add(control.release());
         }
         dlg.m_arrSubclassed.Add(nullptr);
     };
-    Open(dlg);
+    Open(dlg, t);
     // One of them is gone already when the dialog goes.
-    dlg.GetDlgItem(kEditId)->DestroyWindow();
+    dlg.GetDlgItem(kOtherStaticId)->DestroyWindow();
     dlg.DestroyWindow();
     EXPECT_EQ(deleted, 2);
     EXPECT_EQ(dlg.m_arrSubclassed.GetSize(), 0);

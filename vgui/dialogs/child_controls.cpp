@@ -1,5 +1,7 @@
 #include "vgui/dialogs/child_controls.h"
 
+#include "vgui/controls/themed_controls.h"
+
 #include <array>
 #include <memory>
 #include <optional>
@@ -23,9 +25,26 @@ struct ControlRow {
     bool ownTextColor;
 };
 
-// The one place that names the library's control classes. No control is replaced as long as there are no
-// rows.
-constexpr std::array<ControlRow, 0> kControls{};
+template <class Control>
+std::unique_ptr<CWnd> Make()
+{
+    return std::make_unique<Control>();
+}
+
+// A control without a check state of its own.
+template <class Control>
+constexpr ControlRow PlainRow(LPCWSTR windowClass, int buttonType = kAnyType, bool ownTextColor = false)
+{
+    return {windowClass, buttonType, &Control::GetThisClass, &Make<Control>, nullptr, nullptr, ownTextColor};
+}
+
+// The one place that names the library's control classes.
+constexpr auto kControls = std::to_array<ControlRow>({
+    PlainRow<VGroup>(L"Button", BS_GROUPBOX),
+    PlainRow<VEdit>(L"Edit"),
+    PlainRow<VComboBox>(L"ComboBox", kAnyType, true),
+    PlainRow<VListBox>(L"ListBox"),
+});
 
 const ControlRow* RowForStandard(HWND child)
 {

@@ -1,0 +1,148 @@
+#include "vgui/controls/date_time_ctrl.h"
+
+#include "tests/support/census.h"
+#include "tests/support/input.h"
+#include "tests/support/pixels.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+#include "vgui/controls/themed_controls.h"
+#include "vgui/foundation/gui_manager.h"
+
+using namespace support;
+
+namespace
+{
+
+constexpr UINT kId = 7;
+
+class OpenDateTimeCtrl : public VDateTimeCtrl
+{
+public:
+    using VDateTimeCtrl::m_bHover;
+    using VDateTimeCtrl::m_spin;
+};
+
+class OpenComboBox : public VComboBox
+{
+public:
+    using VComboBox::m_rcFace;
+};
+
+class DateTimeCtrl : public CensusTest
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(host.Open()); }
+    // A date control and a combo box that is as wide and, its list aside, as high.
+    void Create(DWORD style = DTS_SHORTDATEFORMAT)
+    {
+        ASSERT_TRUE(
+            combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(20, 80, 180, 200), &host, 8));
+        CRect size;
+        combo.GetWindowRect(size);
+        ASSERT_TRUE(
+            date.Create(WS_CHILD | WS_VISIBLE | style, CRect(20, 20, 180, 20 + size.Height()), &host, kId));
+        date.SetTime(&kMoment);
+        PumpMessages();
+    }
+    void ExpectComboLook()
+    {
+        PumpMessages();
+        const DibSurface mine = CaptureWindow(date.m_hWnd);
+        const DibSurface other = CaptureWindow(combo.m_hWnd);
+        ASSERT_EQ(mine.Bounds(), other.Bounds());
+        const CRect button(mine.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2, 0, mine.Width(),
+                           mine.Height());
+        EXPECT_TRUE(AreasEqual(mine, button, other, button.TopLeft()));
+        const CRect left(0, 0, 2, mine.Height());
+        EXPECT_TRUE(AreasEqual(mine, left, other, left.TopLeft()));
+        EXPECT_TRUE(AreasEqual(mine, CRect(0, 0, mine.Width(), 2), other, CPoint(0, 0)));
+    }
+    [[nodiscard]] CPoint ButtonOf(const CWnd& control) const
+    {
+        CRect rect;
+        control.GetWindowRect(rect);
+        return {rect.right - 8, rect.CenterPoint().y};
+    }
+
+    const CTime kMoment{2024, 5, 17, 8, 30, 0};
+    HostWnd host;
+    OpenDateTimeCtrl date;
+    OpenComboBox combo;
+};
+
+} // namespace
+
+TEST_F(DateTimeCtrl, LooksLikeTheComboBox)
+{
+    Create();
+    ExpectComboLook();
+    combo.EnableWindow(FALSE);
+    date.EnableWindow(FALSE);
+    ExpectComboLook();
+    EXPECT_EQ(ClientPixel(date.m_hWnd, {1, 1}), ::GetSysColor(COLOR_BTNFACE));
+}
+
+TEST_F(DateTimeCtrl, ButtonTurnsUnderTheMouse)
+{
+    Create();
+    MoveTo(ButtonOf(date));
+    EXPECT_TRUE(date.m_bHover);
+    PumpMessages();
+    const DibSurface hot = CaptureWindow(date.m_hWnd);
+    MoveTo(ButtonOf(combo));
+    EXPECT_TRUE(PumpUntil([&] { return !date.m_bHover; }));
+    PumpMessages();
+    const DibSurface hotCombo = CaptureWindow(combo.m_hWnd);
+    const CRect button(hot.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2, 0, hot.Width(), hot.Height());
+    EXPECT_TRUE(AreasEqual(hot, button, hotCombo, button.TopLeft()));
+    MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+    EXPECT_TRUE(PumpUntil([&] {
+        CRect face = combo.m_rcFace;
+        return ClientPixel(combo.m_hWnd, face.TopLeft() + CSize(1, 1)) == VGM.Combo.clrBtnFrom;
+    }));
+    ExpectComboLook();
+}
+
+TEST_F(DateTimeCtrl, OpensTheCalendarAndTakesKeys)
+{
+    Create();
+    Click(ButtonOf(date));
+    EXPECT_EQ(host.CountNotify(kId, DTN_DROPDOWN), 1);
+    date.CloseMonthCal();
+    EXPECT_TRUE(PumpUntil([&] { return host.CountNotify(kId, DTN_CLOSEUP) == 1; }));
+    date.SetFocus();
+    host.Clear();
+    Key(VK_UP);
+    EXPECT_GE(host.CountNotify(kId, DTN_DATETIMECHANGE), 1);
+    CTime now;
+    EXPECT_EQ(date.GetTime(now), DWORD{GDT_VALID});
+    EXPECT_NE(now, kMoment);
+}
+
+TEST_F(DateTimeCtrl, ArrowsAreTheLibrarysOwn)
+{
+    Create(DTS_TIMEFORMAT);
+    ASSERT_NE(date.m_spin.m_hWnd, nullptr);
+    EXPECT_EQ(::GetParent(date.m_spin.m_hWnd), date.m_hWnd);
+    EXPECT_GT(CaptureClient(date.m_spin.m_hWnd).Count(VGM.Combo.clrBtnBorder), 20);
+    date.SetFocus();
+    const CPoint up = CenterOf(date.m_spin.m_hWnd) - CSize(0, 4);
+    Click(up);
+    CTime now;
+    date.GetTime(now);
+    EXPECT_NE(now, kMoment);
+    date.EnableWindow(FALSE);
+    EXPECT_FALSE(date.m_spin.IsWindowEnabled());
+    date.DestroyWindow();
+    EXPECT_EQ(date.m_spin.m_hWnd, nullptr);
+}
+
+TEST_F(DateTimeCtrl, ManyLeaveNothingBehind)
+{
+    for (int i = 0; i < 300; ++i) {
+        VDateTimeCtrl many;
+        ASSERT_TRUE(many.Create(WS_CHILD | WS_VISIBLE | (i % 2 != 0 ? DTS_UPDOWN : 0), CRect(0, 0, 90, 24),
+                                &host, kId));
+        many.UpdateWindow();
+    }
+}

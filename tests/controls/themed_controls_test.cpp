@@ -1,0 +1,599 @@
+#include "vgui/controls/themed_controls.h"
+
+#include "tests/controls/skinned_host.h"
+#include "tests/support/census.h"
+#include "tests/support/input.h"
+#include "tests/support/pixels.h"
+#include "tests/support/recorder.h"
+#include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/gui_manager.h"
+
+#include <memory>
+#include <random>
+#include <vector>
+
+using namespace support;
+
+namespace
+{
+
+constexpr UINT kId = 500;
+constexpr UINT kOtherId = 501;
+const CRect kPlace(20, 20, 180, 120);
+constexpr DWORD kChild = WS_CHILD | WS_VISIBLE;
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+class OpenListBox : public VListBox
+{
+public:
+    using VListBox::m_nTipItem;
+    using VListBox::m_pToolTip;
+};
+
+class OpenComboBox : public VComboBox
+{
+public:
+    using VComboBox::m_bHover;
+    using VComboBox::m_rcFace;
+    using VComboBox::m_toolTip;
+};
+
+class ThemedControls : public CensusTest
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(host.Open()); }
+
+    void CreateList(VListBox& list, DWORD style = 0)
+    {
+        ASSERT_TRUE(list.CreateEx(WS_EX_CLIENTEDGE, L"LISTBOX", L"", kChild | style | LBS_NOINTEGRALHEIGHT,
+                                  kPlace, &host, kId));
+        PumpMessages();
+    }
+    void CreateCombo(VComboBox& combo, DWORD style = CBS_DROPDOWN)
+    {
+        ASSERT_TRUE(combo.Create(kChild | WS_VSCROLL | CBS_AUTOHSCROLL | style, kPlace, &host, kId));
+        PumpMessages();
+    }
+
+    HostWnd host;
+};
+
+std::vector<CString> Items(const CComboBox& combo)
+{
+    std::vector<CString> items(combo.GetCount());
+    for (int i = 0; i < combo.GetCount(); ++i)
+        combo.GetLBText(i, items[i]);
+    return items;
+}
+
+CString TextOf(const CWnd& window)
+{
+    CString text;
+    window.GetWindowText(text);
+    return text;
+}
+
+// The colour of a pixel in the outer two rings of a frame; those further in may have any.
+COLORREF RingColor(const CRect& frame, int x, int y, COLORREF outer, COLORREF innerTopLeft,
+                   COLORREF innerBottomRight)
+{
+    if (x == frame.left || y == frame.top || x == frame.right - 1 || y == frame.bottom - 1)
+        return outer;
+    if (x == frame.right - 2 || y == frame.bottom - 2)
+        return innerBottomRight;
+    return x == frame.left + 1 || y == frame.top + 1 ? innerTopLeft : kAnyColor;
+}
+
+void ExpectFrame(const CWnd& control, COLORREF outer, COLORREF innerTopLeft, COLORREF innerBottomRight)
+{
+    PumpMessages();
+    const DibSurface shown = CaptureWindow(control.m_hWnd);
+    ExpectPixels(shown, [&](int x, int y) {
+        return RingColor(shown.Bounds(), x, y, outer, innerTopLeft, innerBottomRight);
+    });
+}
+
+void ExpectEnabledFrame(const CWnd& control, COLORREF color)
+{
+    ExpectFrame(control, color, kWhite, VGFadeColor(color, VGM.Common.nCtrlFrameFade));
+}
+
+void ExpectDisabledFrame(const CWnd& control, COLORREF background)
+{
+    ExpectFrame(control, VGM.Common.clrGray, background, background);
+}
+
+// What a combo box of this size shows in its frame and on its button strip.
+DibSurface ComboModel(CSize size, bool hot, COLORREF arrow)
+{
+    DibSurface model(size.cx, size.cy, kAnyColor & 0xFFFFFF);
+    CDC& dc = model.DC();
+    const int scrollWidth = ::GetSystemMetrics(SM_CXVSCROLL);
+    const CRect client = model.Bounds();
+    dc.FillSolidRect(client.right - 2 - scrollWidth, 1, scrollWidth + 1, client.bottom - 2, kWhite);
+    dc.Draw3dRect(client, VGM.Combo.clrFrame, VGM.Combo.clrFrame);
+    dc.Draw3dRect(1, 1, client.right - 2, client.bottom - 2, kWhite, VGFadeColor(VGM.Combo.clrFrame, 128));
+    const int width = std::min(VGM.Combo.nBtnWidth, scrollWidth);
+    const CRect face(client.right - 2 - width, 2, client.right - 2, client.bottom - 2);
+    CRect inner = face;
+    inner.DeflateRect(1, 1);
+    VGGradientFillRect(&dc, inner, hot ? VGM.Combo.clrBtnTo : VGM.Combo.clrBtnFrom,
+                       hot ? VGM.Combo.clrBtnFrom : VGM.Combo.clrBtnTo, 0);
+    dc.Draw3dRect(face, VGM.Combo.clrBtnBorder, VGM.Combo.clrBtnBorder);
+    const int middle = inner.left + inner.Width() / 2;
+    const int bottom = inner.bottom + 2 - inner.Height() / 2;
+    for (int row = 0; row < 3; ++row)
+        dc.FillSolidRect(middle - 2 + row, bottom - 3 + row, 6 - 2 * row, 1, arrow);
+    return model;
+}
+
+void ExpectComboFace(const CWnd& combo, bool hot, COLORREF arrow)
+{
+    PumpMessages();
+    const DibSurface shown = CaptureClient(combo.m_hWnd);
+    const DibSurface model = ComboModel(shown.Bounds().Size(), hot, arrow);
+    const int strip = shown.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2;
+    ExpectPixels(shown, [&](int x, int y) {
+        const bool ring = x < 2 || y < 2 || x >= shown.Width() - 2 || y >= shown.Height() - 2;
+        return ring || x >= strip ? model.Pixel(x, y) : kAnyColor;
+    });
+}
+
+} // namespace
+
+TEST_F(ThemedControls, FramesFollowTheEnabledState)
+{
+    const COLORREF background = ::GetSysColor(COLOR_BTNFACE);
+    VEdit edit;
+    ASSERT_TRUE(edit.CreateEx(WS_EX_CLIENTEDGE, L"EDIT", L"", kChild, kPlace, &host, kId));
+    ExpectEnabledFrame(edit, VGM.Edit.clrFrame);
+    edit.EnableWindow(FALSE);
+    ExpectDisabledFrame(edit, background);
+    edit.EnableWindow(TRUE);
+    ExpectEnabledFrame(edit, VGM.Edit.clrFrame);
+    edit.DestroyWindow();
+
+    VListBox list;
+    CreateList(list, WS_VSCROLL | LBS_DISABLENOSCROLL);
+    ExpectEnabledFrame(list, VGM.List.clrFrame);
+    list.EnableWindow(FALSE);
+    ExpectDisabledFrame(list, background);
+    list.DestroyWindow();
+
+    VListCtrl items;
+    ASSERT_TRUE(items.CreateEx(WS_EX_CLIENTEDGE, kChild | LVS_REPORT, kPlace, &host, kId));
+    items.InsertColumn(0, L"column", LVCFMT_LEFT, 80);
+    ExpectEnabledFrame(items, VGM.List.clrFrame);
+    items.EnableWindow(FALSE);
+    ExpectEnabledFrame(items, VGM.List.clrFrame);
+}
+
+TEST_F(ThemedControls, EditWithoutAnEdgeHasNoFrame)
+{
+    VEdit edit;
+    ASSERT_TRUE(edit.CreateEx(0, L"EDIT", L"", kChild, kPlace, &host, kId));
+    PumpMessages();
+    EXPECT_EQ(CaptureWindow(edit.m_hWnd).Count(VGM.Edit.clrFrame), 0);
+}
+
+TEST_F(ThemedControls, ListItemsCarryTheirData)
+{
+    VListBox list;
+    CreateList(list);
+    EXPECT_EQ(list.AddItem(L"one", 7), 0);
+    EXPECT_EQ(list.AddItem(L"two", -1), 1);
+    EXPECT_EQ(list.InsertItem(0, L"zero", 7), 0);
+    EXPECT_EQ(list.InsertItem(-1, nullptr, ~ULONG_PTR{0} >> 1), 3);
+    EXPECT_EQ(list.FindItemByItemData(7), 0);
+    EXPECT_EQ(list.FindItemByItemData(-1), 2);
+    EXPECT_EQ(list.FindItemByItemData(8), -1);
+    CString text;
+    list.GetItem(2, text);
+    EXPECT_EQ(text, L"two");
+    list.GetItem(99, text);
+    EXPECT_EQ(text, L"");
+
+    EXPECT_LT(list.InsertItem(50, L"beyond", 5), 0);
+    EXPECT_EQ(list.GetCount(), 4);
+    EXPECT_EQ(list.FindItemByItemData(5), -1);
+    EXPECT_EQ(list.FindItemByItemData(7), 0);
+}
+
+TEST_F(ThemedControls, SetTextKeepsEverythingButTheText)
+{
+    for (const DWORD style : {DWORD{0}, DWORD{LBS_EXTENDEDSEL}, DWORD{LBS_SORT}}) {
+        VListBox list;
+        CreateList(list, style | WS_VSCROLL | LBS_NOTIFY);
+        for (const LPCWSTR text : {L"a", L"b", L"c", L"d", L"e", L"f", L"g", L"h", L"i", L"j", L"k", L"l"})
+            list.AddItem(text, text[0]);
+        const bool multiple = style == LBS_EXTENDEDSEL;
+        if (multiple)
+            list.SetSel(1, TRUE);
+        else
+            list.SetCurSel(1);
+        list.SetTopIndex(3);
+        const int top = list.GetTopIndex();
+        host.RecordAlso(WM_DELETEITEM);
+        host.Clear();
+
+        for (const int missing : {-1, 12, 4711})
+            list.SetText(missing, L"nobody");
+        list.SetText(1, L"new");
+        list.SetText(2, nullptr);
+        EXPECT_EQ(list.GetCount(), 12);
+        EXPECT_EQ(list.GetItemData(1), DWORD_PTR{'b'});
+        EXPECT_EQ(list.GetItemData(2), DWORD_PTR{'c'});
+        EXPECT_EQ(list.GetItemData(3), DWORD_PTR{'d'});
+        CString text;
+        list.GetItem(1, text);
+        EXPECT_EQ(text, L"new");
+        list.GetItem(2, text);
+        EXPECT_EQ(text, L"");
+        EXPECT_EQ(list.GetTopIndex(), top);
+        EXPECT_EQ(multiple ? list.GetSel(1) > 0 : list.GetCurSel() == 1, true);
+        EXPECT_EQ(multiple ? list.GetSel(2) > 0 : list.GetCurSel() == 2, false);
+        // An owner that frees the item data when told of a deletion must not hear of this one.
+        EXPECT_TRUE(host.Messages(WM_DELETEITEM).empty());
+        EXPECT_TRUE(host.CommandCodes(kId).empty());
+        list.ResetContent();
+    }
+}
+
+TEST_F(ThemedControls, ExactSearchSelects)
+{
+    VListBox list;
+    CreateList(list);
+    VComboBox combo;
+    CreateCombo(combo);
+    for (const LPCWSTR text : {L"abc", L"ab", L"AB"}) {
+        list.AddItem(text, 0);
+        combo.AddString(text);
+    }
+    const struct {
+        int start;
+        LPCWSTR text;
+        int found;
+    } cases[] = {{-1, L"ab", 1},    {1, L"ab", 2},       {2, L"ab", 1},
+                 {-1, L"a", -1},    {-77, L"abc", 0},    {4711, L"abc", 0},
+                 {-1, nullptr, -1}, {INT_MIN, L"ab", 1}, {INT_MAX, L"x", -1}};
+    for (const auto& c : cases) {
+        list.SetCurSel(-1);
+        combo.SetCurSel(-1);
+        EXPECT_EQ(list.SelectStringExact(c.start, c.text), c.found) << c.start;
+        EXPECT_EQ(list.GetCurSel(), c.found);
+        EXPECT_EQ(combo.SelectStringExact(c.start, c.text), c.found) << c.start;
+        EXPECT_EQ(combo.GetCurSel(), c.found);
+    }
+}
+
+TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
+{
+    SkinnedHost dlg;
+    DialogTemplate t(L"tips", 200, 120);
+    t.Button(kOtherId, L"elsewhere", 120, 10, 60, 14);
+    t.Item(L"STATIC", L"", kId, 10, 10, 80, 80, 0);
+    ASSERT_TRUE(dlg.Open(t));
+    OpenListBox list;
+    CRect place;
+    dlg.GetDlgItem(kId)->GetWindowRect(place);
+    dlg.ScreenToClient(place);
+    ASSERT_TRUE(list.Create(kChild | LBS_NOINTEGRALHEIGHT, place, &dlg, kId + 10));
+    for (const LPCWSTR text : {L"直线", L"arc", L"text"})
+        list.AddItem(text, 0);
+    EXPECT_EQ(list.EnableTips(), 1);
+    EXPECT_EQ(list.EnableTips(), 1);
+    CToolTipCtrl& tip = dlg.GetToolTipCtrl();
+    EXPECT_EQ(list.m_pToolTip, &tip);
+    EXPECT_EQ(tip.GetToolCount(), 2);
+
+    const auto tipText = [&] {
+        CString text;
+        tip.GetText(text, &list);
+        return text;
+    };
+    const auto hoverItem = [&](int item) {
+        CRect rect;
+        list.GetItemRect(item, rect);
+        MoveTo(ClientToScreen(list.m_hWnd, rect.CenterPoint()));
+    };
+    hoverItem(1);
+    EXPECT_EQ(tipText(), L"arc");
+    EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() != FALSE; }));
+    hoverItem(0);
+    EXPECT_EQ(tipText(), L"直线");
+    EXPECT_EQ(list.m_nTipItem, 0);
+    CRect client;
+    list.GetClientRect(client);
+    MoveTo(ClientToScreen(list.m_hWnd, {5, client.bottom - 3})); // below the last item
+    EXPECT_EQ(tipText(), L"");
+    EXPECT_EQ(list.m_nTipItem, -1);
+    hoverItem(0);
+    EXPECT_EQ(tipText(), L"直线");
+    MoveTo(CenterOf(::GetDlgItem(dlg.m_hWnd, kOtherId)));
+    EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() == FALSE; }));
+
+    list.DestroyWindow();
+    EXPECT_EQ(list.m_pToolTip, nullptr);
+    EXPECT_EQ(tip.GetToolCount(), 1);
+}
+
+TEST_F(ThemedControls, ListWithoutASkinnedParentHasNoTips)
+{
+    OpenListBox list;
+    CreateList(list);
+    EXPECT_EQ(list.EnableTips(), 1);
+    EXPECT_EQ(list.m_pToolTip, nullptr);
+}
+
+TEST_F(ThemedControls, HistoryIsLoaded)
+{
+    VComboBox combo;
+    CreateCombo(combo);
+    const struct {
+        LPCWSTR history;
+        std::vector<CString> items;
+        int selected;
+    } cases[] = {
+        {L"b|a;b;c", {L"a", L"b", L"c"}, 1},
+        {L"b|a;;b;", {L"a", L"b"}, 1},
+        {L"A|ab;abc", {L"ab", L"abc"}, 1}, // case-insensitive prefix, the first item last
+        {L"ab|ab;x", {L"ab", L"x"}, 0},
+        {L"none|a;b", {L"a", L"b"}, -1},
+        {L"x|a|b;x", {L"a|b", L"x"}, 1},
+        {L"|;;;", {}, -1},
+        {L"|", {}, -1},
+    };
+    for (const auto& c : cases) {
+        EXPECT_TRUE(combo.LoadHistory(c.history)) << c.history;
+        EXPECT_EQ(Items(combo), c.items) << c.history;
+        EXPECT_EQ(combo.GetCurSel(), c.selected) << c.history;
+    }
+    combo.LoadHistory(L"b|a;b");
+    EXPECT_FALSE(combo.LoadHistory(L"a;b;c"));
+    EXPECT_FALSE(combo.LoadHistory(CString()));
+    EXPECT_EQ(Items(combo), (std::vector<CString>{L"a", L"b"}));
+    EXPECT_EQ(combo.GetCurSel(), 1);
+}
+
+TEST_F(ThemedControls, HistoryIsSaved)
+{
+    VComboBox combo;
+    CreateCombo(combo);
+    EXPECT_EQ(combo.SaveHistory(), L"|");
+    combo.SetWindowText(L"typed;");
+    EXPECT_EQ(combo.SaveHistory(), L"typed;|");
+    combo.AddString(L"a");
+    combo.AddString(nullptr);
+    combo.AddString(L"b");
+    combo.AddString(L"");
+    EXPECT_EQ(combo.SaveHistory(), L"typed;|a;;b");
+    combo.SetCurSel(2);
+    EXPECT_EQ(combo.SaveHistory(), L"b|a;;b");
+    combo.SetCurSel(1);
+    combo.SetWindowText(L"typed");
+    EXPECT_EQ(combo.SaveHistory(), L"typed|a;;b");
+}
+
+TEST_F(ThemedControls, HistorySurvivesARoundTrip)
+{
+    VComboBox combo;
+    CreateCombo(combo, CBS_DROPDOWNLIST);
+    std::mt19937 random(20240517);
+    const auto upTo = [&](int limit) { return std::uniform_int_distribution<int>(0, limit)(random); };
+    for (int round = 0; round < 60; ++round) {
+        combo.ResetContent();
+        std::vector<CString> items(upTo(12));
+        for (size_t i = 0; i < items.size(); ++i) {
+            items[i].Format(L"%c%d", wchar_t(L'甲' + upTo(40)), static_cast<int>(i) + 10); // no one's prefix
+            for (int extra = upTo(30); extra > 0; --extra)
+                items[i] += L"a |%&\t"[upTo(5)];
+            combo.AddString(items[i]);
+        }
+        const int selected = items.empty() ? -1 : upTo(static_cast<int>(items.size()) - 1);
+        combo.SetCurSel(selected);
+        CString history = combo.SaveHistory();
+        CString current;
+        if (selected >= 0)
+            combo.GetLBText(selected, current);
+        const bool textIsWhole = current.Find(L'|') < 0;
+        combo.ResetContent();
+        if (!textIsWhole)
+            continue; // such a text ends at its own bar
+        ASSERT_TRUE(combo.LoadHistory(history));
+        ASSERT_EQ(Items(combo), items) << history.GetString();
+        ASSERT_EQ(combo.GetCurSel(), selected) << history.GetString();
+        ASSERT_EQ(combo.SaveHistory(), history);
+    }
+}
+
+TEST_F(ThemedControls, SetWindowTextExSelectsOrAdds)
+{
+    VComboBox combo;
+    CreateCombo(combo);
+    const struct {
+        LPCWSTR text;
+        bool selectFirst;
+        int result;
+        int count;
+    } cases[] = {{nullptr, true, -1, 0}, {L"", false, -1, 0}, {L"abc", false, 0, 1},   {L"ab", true, 1, 2},
+                 {L"ABC", true, 0, 2},   {L"", false, -1, 2}, {nullptr, false, -1, 2}, {nullptr, true, 0, 2}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(combo.SetWindowTextEx(c.text, c.selectFirst), c.result);
+        EXPECT_EQ(combo.GetCount(), c.count);
+    }
+    EXPECT_EQ(TextOf(combo), L"abc");
+}
+
+TEST_F(ThemedControls, ComboFaceIsDrawnAndTurnsUnderTheMouse)
+{
+    for (const DWORD style : {DWORD{CBS_DROPDOWN}, DWORD{CBS_DROPDOWNLIST}}) {
+        OpenComboBox combo;
+        CreateCombo(combo, style);
+        ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
+        const CPoint button = ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint());
+        MoveTo(button);
+        EXPECT_EQ(combo.m_bHover, 1);
+        ExpectComboFace(combo, true, VGM.Combo.clrGlyph);
+        MoveTo(ClientToScreen(combo.m_hWnd, {combo.m_rcFace.left - 1, combo.m_rcFace.top + 3}));
+        EXPECT_EQ(combo.m_bHover, 0);
+        ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
+        MoveTo(button);
+        MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+        EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
+        combo.EnableWindow(FALSE);
+        ExpectDisabledFrame(combo, ::GetSysColor(COLOR_BTNFACE));
+        EXPECT_EQ(ClientPixel(combo.m_hWnd, combo.m_rcFace.TopLeft()), ::GetSysColor(COLOR_BTNFACE));
+    }
+}
+
+TEST_F(ThemedControls, ComboDropsDownByMouseAndKeys)
+{
+    OpenComboBox combo;
+    CreateCombo(combo, CBS_DROPDOWNLIST);
+    combo.AddString(L"a");
+    combo.AddString(L"b");
+    combo.SetFocus();
+    PumpMessages();
+    Click(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
+    EXPECT_TRUE(combo.GetDroppedState());
+    Key(VK_DOWN);
+    Key(VK_DOWN);
+    Key(VK_RETURN);
+    EXPECT_FALSE(combo.GetDroppedState());
+    EXPECT_EQ(combo.GetCurSel(), 1);
+    MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+    EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
+    ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
+}
+
+TEST_F(ThemedControls, ComboKeepsATipOfItsOwn)
+{
+    OpenComboBox combo;
+    CreateCombo(combo);
+    combo.ActivateTooltip(TRUE); // none yet
+    combo.InitToolTip();
+    EXPECT_EQ(combo.m_toolTip.GetMaxTipWidth(), 400);
+    combo.SetTooltipText(L"first", TRUE);
+    combo.SetTooltipText(L"second", TRUE);
+    combo.SetTooltipText(0x7FFF, TRUE); // no such string
+    EXPECT_EQ(combo.m_toolTip.GetToolCount(), 1);
+    CString text;
+    combo.m_toolTip.GetText(text, &combo);
+    EXPECT_EQ(text, L"second");
+    MoveTo(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
+    EXPECT_TRUE(PumpUntil([&] { return combo.m_toolTip.IsWindowVisible() != FALSE; }));
+    combo.ActivateTooltip(FALSE);
+    EXPECT_FALSE(combo.m_toolTip.IsWindowVisible());
+}
+
+TEST_F(ThemedControls, DialogReplacesItsControlsAndMarksTheTippedCombo)
+{
+    SkinnedHost dlg;
+    DialogTemplate t(L"replaced", 200, 120);
+    t.Item(L"BUTTON", L"组(&G)", 10, 5, 5, 80, 50, BS_GROUPBOX);
+    t.Edit(11, 10, 20, 60, 12);
+    t.Item(L"COMBOBOX", L"", 12, 100, 20, 60, 60, CBS_DROPDOWNLIST);
+    t.Item(L"LISTBOX", L"", 13, 10, 60, 60, 40, LBS_NOTIFY | WS_BORDER);
+    ASSERT_TRUE(dlg.Open(t));
+    EXPECT_TRUE(dlg.GetDlgItem(10)->IsKindOf(RUNTIME_CLASS(VGroup)));
+    EXPECT_TRUE(dlg.GetDlgItem(11)->IsKindOf(RUNTIME_CLASS(VEdit)));
+    EXPECT_TRUE(dlg.GetDlgItem(12)->IsKindOf(RUNTIME_CLASS(VComboBox)));
+    EXPECT_TRUE(dlg.GetDlgItem(13)->IsKindOf(RUNTIME_CLASS(VListBox)));
+
+    VComboBox& combo = *static_cast<VComboBox*>(dlg.GetDlgItem(12));
+    ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
+    combo.SetTooltipText(L"tip", TRUE);
+    CString text;
+    dlg.GetToolTipCtrl().GetText(text, &combo);
+    EXPECT_EQ(text, L"tip");
+    combo.Invalidate();
+    ExpectComboFace(combo, false, RGB(255, 0, 0));
+    combo.EnableWindow(FALSE);
+    ExpectDisabledFrame(combo, dlg.GetBkClr());
+}
+
+TEST_F(ThemedControls, GroupLeavesItsControlsAndTheInsideAlone)
+{
+    constexpr COLORREF kInside = RGB(1, 2, 3);
+    host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_ERASEBKGND)
+            return {};
+        CRect client;
+        host.GetClientRect(client);
+        CDC::FromHandle(reinterpret_cast<HDC>(wParam))->FillSolidRect(client, kInside);
+        return 1;
+    });
+    CStatic control;
+    ASSERT_TRUE(control.Create(L"", kChild | SS_WHITERECT, CRect(30, 18, 90, 60), &host));
+    VGroup group;
+    ASSERT_TRUE(group.Create(L"", kChild | BS_GROUPBOX, kPlace, &host, kId));
+    host.Invalidate();
+    PumpMessages();
+    for (const bool title : {false, true}) {
+        group.SetUseTitle(title);
+        group.EnableWindow(title);
+        group.SetWindowText(title ? L"a caption" : L"");
+        PumpMessages();
+        group.RedrawWindow(); // alone, after everything else
+        const DibSurface shown = CaptureClient(host.m_hWnd);
+        EXPECT_EQ(shown.Count(kWhite, CRect(30, 18, 90, 60)), 60 * 42);
+        EXPECT_EQ(shown.Pixel(kPlace.left + 80, kPlace.bottom - 1), VGM.Group.clrLine);
+        EXPECT_EQ(shown.Pixel(kPlace.left, kPlace.CenterPoint().y), VGM.Group.clrLine);
+        EXPECT_EQ(shown.Pixel(kPlace.CenterPoint() + CSize(40, 0)), kInside);
+        EXPECT_EQ(shown.Pixel(kPlace.right - 4, kPlace.top + 10) == kInside, !title);
+    }
+}
+
+TEST_F(ThemedControls, GroupCaptionFitsTheBox)
+{
+    VGroup group;
+    ASSERT_TRUE(group.Create(L"一 &Caption", kChild | BS_GROUPBOX, kPlace, &host, kId));
+    EXPECT_EQ(group.SetTitleHeight(30), 20);
+    EXPECT_EQ(group.SetTitleHeight(20), 30);
+    EXPECT_EQ(group.SetUseTitle(1), 0);
+    const auto ink = [&](COLORREF color) {
+        PumpMessages();
+        return CaptureClient(group.m_hWnd).Count(color);
+    };
+    for (const int title : {0, 1}) {
+        group.SetUseTitle(title);
+        group.SetWindowText(L"一 &Caption");
+        const int letters = ink(VGM.Group.clrTitleText);
+        EXPECT_GT(letters, 20);
+        group.EnableWindow(FALSE);
+        EXPECT_EQ(ink(VGM.Group.clrTitleText), 0);
+        EXPECT_EQ(ink(VGM.Common.clrGray), letters);
+        group.EnableWindow(TRUE);
+        group.SetWindowText(CString(L'W', 400)); // as wide as a box can show, with an ellipsis
+        PumpMessages();
+        const DibSurface shown = CaptureClient(group.m_hWnd);
+        EXPECT_EQ(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 6, 0, shown.Width(), 40)), 0);
+        EXPECT_GT(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 30, 0, shown.Width(), 40)), 0);
+    }
+    for (const int height : {-5, 0, 1, 4000}) { // no fault
+        group.SetTitleHeight(height);
+        PumpMessages();
+    }
+}
+
+// The census at the suite's end counts what is left.
+TEST_F(ThemedControls, ManyLeaveNothingBehind)
+{
+    for (int i = 0; i < 300; ++i) {
+        VEdit edit;
+        ASSERT_TRUE(edit.CreateEx(WS_EX_CLIENTEDGE, L"EDIT", L"", kChild, kPlace, &host, kId));
+        VListBox list;
+        ASSERT_TRUE(list.Create(kChild, kPlace, &host, kId));
+        VListCtrl items;
+        ASSERT_TRUE(items.Create(kChild, kPlace, &host, kId));
+        VComboBox combo;
+        ASSERT_TRUE(combo.Create(kChild | CBS_DROPDOWN, kPlace, &host, kId));
+        combo.SetTooltipText(L"tip", TRUE);
+        VGroup group;
+        ASSERT_TRUE(group.Create(L"group", kChild | BS_GROUPBOX, kPlace, &host, kId));
+        group.SetUseTitle(i % 2);
+        if (i % 50 == 0)
+            host.UpdateWindow();
+    }
+    PumpMessages();
+}
