@@ -1,6 +1,9 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/controls/button_exchange.h"
+#include "vgui/controls/buttons.h"
+#include "vgui/controls/image_button.h"
 #include "vgui/controls/splitter_bar.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"

@@ -1,5 +1,7 @@
 #include "vgui/dialogs/child_controls.h"
 
+#include "vgui/controls/buttons.h"
+
 #include <array>
 #include <memory>
 #include <optional>
@@ -23,9 +25,50 @@ struct ControlRow {
     bool ownTextColor;
 };
 
-// The one place that names the library's control classes. No control is replaced as long as there are no
-// rows.
-constexpr std::array<ControlRow, 0> kControls{};
+template <class Control>
+CRuntimeClass* RuntimeClassOf()
+{
+    return RUNTIME_CLASS(Control);
+}
+
+template <class Control>
+std::unique_ptr<CWnd> Make()
+{
+    return std::make_unique<Control>();
+}
+
+template <class Control>
+void SetCheckOf(CWnd& control, int state)
+{
+    static_cast<Control&>(control).SetCheck(state, TRUE);
+}
+
+template <class Control>
+int GetCheckOf(CWnd& control)
+{
+    return static_cast<Control&>(control).GetCheck();
+}
+
+template <class Control>
+constexpr ControlRow PushButtonRow(int type)
+{
+    return {WC_BUTTONW, type, &RuntimeClassOf<Control>, &Make<Control>, &SetCheckOf<Control>, nullptr, false};
+}
+
+template <class Control>
+constexpr ControlRow CheckRow(int type)
+{
+    return {WC_BUTTONW,           type, &RuntimeClassOf<Control>, &Make<Control>, &SetCheckOf<Control>,
+            &GetCheckOf<Control>, false};
+}
+
+// The one place that names the library's control classes.
+constexpr std::array kControls{
+    PushButtonRow<VButton>(BS_PUSHBUTTON),
+    PushButtonRow<VButton>(BS_DEFPUSHBUTTON),
+    CheckRow<VCheckBox>(BS_AUTOCHECKBOX),
+    CheckRow<VRadioBtn>(BS_AUTORADIOBUTTON),
+};
 
 const ControlRow* RowForStandard(HWND child)
 {
