@@ -52,10 +52,11 @@ struct GalleryPage {
     ROW(TabsPage)                                                                                            \
     ROW(WizardPage)                                                                                          \
     ROW(PanesPage)                                                                                           \
-    ROW(DrawingPage)
-    ROW(DrawingPage)                                                                                         \
     ROW(InputsPage)                                                                                          \
-    ROW(SmallControlsPage)
+    ROW(SmallControlsPage)                                                                                   \
+    ROW(ButtonsPage)                                                                                         \
+    ROW(ChecksPage)                                                                                          \
+    ROW(DrawingPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -1,7 +1,10 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/controls/button_exchange.h"
+#include "vgui/controls/buttons.h"
 #include "vgui/controls/date_time_ctrl.h"
+#include "vgui/controls/image_button.h"
 #include "vgui/controls/progress_ctrl.h"
 #include "vgui/controls/spin_button_ctrl.h"
 #include "vgui/controls/splitter_bar.h"

@@ -1,5 +1,6 @@
 #include "vgui/dialogs/child_controls.h"
 
+#include "vgui/controls/buttons.h"
 #include "vgui/controls/themed_controls.h"
 
 #include <array>
@@ -26,20 +27,59 @@ struct ControlRow {
 };
 
 template <class Control>
+CRuntimeClass* RuntimeClassOf()
+{
+    return RUNTIME_CLASS(Control);
+}
+
+template <class Control>
 std::unique_ptr<CWnd> Make()
 {
     return std::make_unique<Control>();
+}
+
+template <class Control>
+void SetCheckOf(CWnd& control, int state)
+{
+    static_cast<Control&>(control).SetCheck(state, TRUE);
+}
+
+template <class Control>
+int GetCheckOf(CWnd& control)
+{
+    return static_cast<Control&>(control).GetCheck();
 }
 
 // A control without a check state of its own.
 template <class Control>
 constexpr ControlRow PlainRow(LPCWSTR windowClass, int buttonType = kAnyType, bool ownTextColor = false)
 {
-    return {windowClass, buttonType, &Control::GetThisClass, &Make<Control>, nullptr, nullptr, ownTextColor};
+    return {windowClass, buttonType,  &RuntimeClassOf<Control>, &Make<Control>, nullptr,
+            nullptr,     ownTextColor};
+}
+
+// A push button, which takes a check state over but has none that is asked for.
+template <class Control>
+constexpr ControlRow PushRow(int buttonType)
+{
+    return {L"Button", buttonType, &RuntimeClassOf<Control>, &Make<Control>, &SetCheckOf<Control>,
+            nullptr,   false};
+}
+
+template <class Control>
+constexpr ControlRow CheckRow(int buttonType)
+{
+    ControlRow row = PushRow<Control>(buttonType);
+    row.getCheck = &GetCheckOf<Control>;
+    return row;
 }
 
 // The one place that names the library's control classes.
 constexpr auto kControls = std::to_array<ControlRow>({
+    PushRow<VButton>(BS_PUSHBUTTON),
+    PushRow<VButton>(BS_DEFPUSHBUTTON),
+    CheckRow<VCheckBox>(BS_AUTOCHECKBOX),
+    CheckRow<VRadioBtn>(BS_AUTORADIOBUTTON),
     PlainRow<VGroup>(L"Button", BS_GROUPBOX),
     PlainRow<VEdit>(L"Edit"),
     PlainRow<VComboBox>(L"ComboBox", kAnyType, true),

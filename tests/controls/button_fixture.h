@@ -1,0 +1,149 @@
+// What the tests of the buttons share: a host with standard buttons to subclass, and items to draw.
+#pragma once
+
+#include "tests/support/census.h"
+#include "tests/support/input.h"
+#include "tests/support/pixels.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+#include "vgui/controls/buttons.h"
+#include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/gui_manager.h"
+#include "vgui/foundation/window_helpers.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+inline constexpr UINT kButtonId = 501;
+inline const CRect kPlace(20, 20, 120, 50);
+
+// Resources of the test program, in image_button_test.rc.
+inline constexpr int kTestIcon = 5101;
+inline constexpr int kTestMenu = 5102;
+inline constexpr int kTestString = 5103;
+inline constexpr UINT kFirstCommand = 5104;
+inline constexpr UINT kSecondCommand = 5105;
+inline constexpr int kNoResource = 5199;
+
+// A button with its inside open.
+template <class Button>
+class Opened : public Button
+{
+public:
+    using Button::bitmaps;
+    using Button::bkDC;
+    using Button::checked;
+    using Button::colors;
+    using Button::cursor;
+    using Button::disabled;
+    using Button::drawBorder;
+    using Button::flat;
+    using Button::focused;
+    using Button::hovering;
+    using Button::icons;
+    using Button::imageAlign;
+    using Button::isDefault;
+    using Button::isToggle;
+    using Button::menuShown;
+    using Button::pressed;
+    using Button::textAlign;
+    using Button::toolTip;
+    using Button::typeStyle;
+    using Button::url;
+
+    using Button::CreateBitmapMask;
+    using Button::OnDrawBackground;
+    using Button::OnDrawBorder;
+    using Button::PrepareImageRect;
+};
+
+// A standard button as a dialog template would create it.
+inline HWND MakeStandard(CWnd& parent, DWORD type, UINT id = kButtonId, LPCWSTR text = L"button",
+                         CRect place = kPlace)
+{
+    return ::CreateWindowExW(0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | type, place.left, place.top,
+                             place.Width(), place.Height(), parent.m_hWnd,
+                             reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), nullptr, nullptr);
+}
+
+// Draws the button as an item in the given state (ODS_...) on a surface whose untouched pixels keep
+// DibSurface::kBackground.
+inline support::DibSurface DrawnItem(CButton& button, UINT state = 0)
+{
+    CRect client;
+    button.GetClientRect(client);
+    support::DibSurface surface(client.Width(), client.Height());
+    DRAWITEMSTRUCT item{};
+    item.CtlType = ODT_BUTTON;
+    item.hwndItem = button.m_hWnd;
+    item.itemState = state;
+    item.hDC = surface.DC().m_hDC;
+    item.rcItem = client;
+    button.DrawItem(&item);
+    return surface;
+}
+
+// Notes what would be opened, for as long as it lives; nothing is opened.
+class OpenedLinks
+{
+public:
+    struct Request {
+        std::wstring verb;
+        std::wstring file;
+        int show;
+        ULONG mask;
+    };
+
+    OpenedLinks()
+    {
+        Requests().clear();
+        m_previous = VGSetShellOpener(&Note);
+    }
+    ~OpenedLinks() { VGSetShellOpener(m_previous); }
+    OpenedLinks(const OpenedLinks&) = delete;
+    OpenedLinks& operator=(const OpenedLinks&) = delete;
+
+    static std::vector<Request>& Requests()
+    {
+        static std::vector<Request> requests;
+        return requests;
+    }
+
+private:
+    static BOOL WINAPI Note(SHELLEXECUTEINFOW* request)
+    {
+        Requests().push_back({request->lpVerb != nullptr ? request->lpVerb : L"", request->lpFile,
+                              request->nShow, request->fMask});
+        return TRUE;
+    }
+
+    VGShellOpener m_previous;
+};
+
+// A host window with one button of the class, which has subclassed a standard one.
+template <class Button>
+class ButtonTest : public support::CensusTest
+{
+protected:
+    void Open(DWORD type = BS_PUSHBUTTON, LPCWSTR text = L"button")
+    {
+        if (host.m_hWnd == nullptr) {
+            ASSERT_TRUE(host.Open({300, 200}, WS_POPUP));
+        }
+        ASSERT_TRUE(button.SubclassWindow(MakeStandard(host, type | WS_TABSTOP, kButtonId, text)));
+        button.UpdateWindow();
+        support::PumpMessages();
+    }
+    void Close() { button.DestroyWindow(); }
+    [[nodiscard]] int Clicks() const
+    {
+        int reached = 0;
+        for (const support::RecordedMessage& message : host.Messages(WM_COMMAND))
+            reached += message.Id() == kButtonId && message.Code() == BN_CLICKED && message.reachedParent;
+        return reached;
+    }
+
+    support::HostWnd host;
+    Opened<Button> button;
+};

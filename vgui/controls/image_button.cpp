@@ -1,0 +1,520 @@
+#include "vgui/controls/image_button.h"
+
+#include "vgui/controls/control_tool_tip.h"
+#include "vgui/foundation/skin_host.h"
+#include "vgui/foundation/window_helpers.h"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace
+{
+
+constexpr UINT kToggleBit = 2;
+constexpr BYTE kFirstTextAlign = 3;
+constexpr BYTE kLastAlign = 5;
+
+// An image of a resource at its own size, null for 0 or when there is none. The caller owns it.
+HANDLE LoadResourceImage(HINSTANCE module, int id, UINT type)
+{
+    return id == 0 ? nullptr : ::LoadImageW(module, MAKEINTRESOURCEW(id), type, 0, 0, LR_DEFAULTCOLOR);
+}
+
+// The pair of images that a setter takes, both from the module that has the first one. False when one that
+// was asked for is missing; then there is none.
+template <class Handle, class Destroy>
+bool LoadPair(int idIn, int idOut, LPCWSTR resourceType, UINT imageType, Handle& in, Handle& out,
+              Destroy destroy)
+{
+    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCEW(idIn), resourceType);
+    in = static_cast<Handle>(LoadResourceImage(module, idIn, imageType));
+    out = in == nullptr ? nullptr : static_cast<Handle>(LoadResourceImage(module, idOut, imageType));
+    const bool complete = (in != nullptr || idIn == 0) && (out != nullptr || in == nullptr || idOut == 0);
+    if (!complete && in != nullptr)
+        destroy(in);
+    return complete;
+}
+
+// The size is told by the hot spot, which lies in an icon's centre.
+bool ReadIconSize(HICON icon, DWORD& width, DWORD& height)
+{
+    ICONINFO info{};
+    if (!::GetIconInfo(icon, &info))
+        return false;
+    if (info.hbmMask != nullptr)
+        ::DeleteObject(info.hbmMask);
+    if (info.hbmColor != nullptr)
+        ::DeleteObject(info.hbmColor);
+    width = info.xHotspot * 2;
+    height = info.yHotspot * 2;
+    return true;
+}
+
+} // namespace
+
+IMPLEMENT_DYNAMIC(VButtonST, CButton)
+
+BEGIN_MESSAGE_MAP(VButtonST, CButton)
+    ON_WM_SETCURSOR()
+    ON_WM_MOUSEMOVE()
+    ON_WM_SYSCOLORCHANGE()
+    ON_CONTROL_REFLECT_EX(BN_CLICKED, &VButtonST::OnClicked)
+    ON_WM_ENABLE()
+    ON_WM_KILLFOCUS()
+    ON_WM_ACTIVATE()
+    ON_WM_CANCELMODE()
+    ON_WM_GETDLGCODE()
+    ON_WM_CTLCOLOR_REFLECT()
+    ON_MESSAGE(BM_SETSTYLE, &VButtonST::OnSetStyle)
+    ON_WM_MOUSELEAVE()
+    ON_WM_ERASEBKGND()
+    ON_MESSAGE(BM_GETCHECK, &VButtonST::OnGetCheckMessage)
+    ON_MESSAGE(BM_SETCHECK, &VButtonST::OnSetCheckMessage)
+END_MESSAGE_MAP()
+
+VButtonST::VButtonST()
+{
+    FreeResources(FALSE);
+    SetDefaultColors(FALSE);
+    SetURL(nullptr);
+}
+
+VButtonST::~VButtonST()
+{
+    DropBackground();
+    FreeResources();
+    if (cursor != nullptr)
+        ::DestroyCursor(cursor);
+    if (menu != nullptr)
+        ::DestroyMenu(menu);
+}
+
+void VButtonST::FreeResources(BOOL bCheckForNull)
+{
+    for (Icon& icon : icons) {
+        if (bCheckForNull && icon.handle != nullptr)
+            ::DestroyIcon(icon.handle);
+        icon = {};
+    }
+    for (Bitmap& bitmap : bitmaps) {
+        if (bCheckForNull && bitmap.handle != nullptr)
+            ::DeleteObject(bitmap.handle);
+        if (bCheckForNull && bitmap.mask != nullptr)
+            ::DeleteObject(bitmap.mask);
+        bitmap = {};
+    }
+}
+
+void VButtonST::Repaint(BOOL bRepaint)
+{
+    if (bRepaint && m_hWnd != nullptr)
+        Invalidate();
+}
+
+// --- settings
+
+DWORD VButtonST::SetIcon(int nIconIn, int nIconOut)
+{
+    HICON in = nullptr;
+    HICON out = nullptr;
+    const bool complete = LoadPair(nIconIn, nIconOut, RT_GROUP_ICON, IMAGE_ICON, in, out,
+                                   [](HICON icon) { ::DestroyIcon(icon); });
+    const DWORD result = SetIcon(complete ? in : nullptr, complete ? out : nullptr);
+    return complete ? result : StResultBadResource;
+}
+
+DWORD VButtonST::SetIcon(HICON hIconIn, HICON hIconOut)
+{
+    FreeResources();
+    if (hIconIn != nullptr) {
+        // Both are ours from here on, so that a failure with the first does not lose the second.
+        icons[0].handle = hIconIn;
+        icons[1].handle = hIconOut != hIconIn ? hIconOut : nullptr;
+        for (Icon& icon : icons) {
+            if (icon.handle == nullptr || ReadIconSize(icon.handle, icon.width, icon.height))
+                continue;
+            FreeResources();
+            return StResultBadResource;
+        }
+    }
+    Repaint(TRUE);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetBitmaps(int nBitmapIn, COLORREF crTransIn, int nBitmapOut, COLORREF crTransOut)
+{
+    HBITMAP in = nullptr;
+    HBITMAP out = nullptr;
+    const bool complete = LoadPair(nBitmapIn, nBitmapOut, RT_BITMAP, IMAGE_BITMAP, in, out,
+                                   [](HBITMAP bitmap) { ::DeleteObject(bitmap); });
+    const DWORD result = SetBitmaps(complete ? in : nullptr, crTransIn, complete ? out : nullptr, crTransOut);
+    return complete ? result : StResultBadResource;
+}
+
+DWORD VButtonST::SetBitmaps(HBITMAP hIn, COLORREF crTransIn, HBITMAP hOut, COLORREF crTransOut)
+{
+    FreeResources();
+    if (hIn != nullptr) {
+        bitmaps[0].handle = hIn;
+        bitmaps[0].transparent = crTransIn;
+        bitmaps[1].handle = hOut != hIn ? hOut : nullptr;
+        bitmaps[1].transparent = crTransOut;
+        for (Bitmap& bitmap : bitmaps) {
+            if (bitmap.handle == nullptr)
+                continue;
+            BITMAP size{};
+            if (::GetObject(bitmap.handle, sizeof size, &size) == 0) {
+                FreeResources();
+                return StResultBadResource;
+            }
+            bitmap.width = static_cast<DWORD>(size.bmWidth);
+            bitmap.height = static_cast<DWORD>(size.bmHeight);
+            bitmap.mask = CreateBitmapMask(bitmap.handle, bitmap.width, bitmap.height, bitmap.transparent);
+            if (bitmap.mask == nullptr) {
+                FreeResources();
+                return StResultMaskFailed;
+            }
+        }
+    }
+    Repaint(TRUE);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetFlat(BOOL bFlat, BOOL bRepaint)
+{
+    flat = bFlat;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetAlign(BYTE byAlign, BOOL bRepaint)
+{
+    if (byAlign > kLastAlign)
+        return StResultBadAlign;
+    if (byAlign < kFirstTextAlign)
+        imageAlign = byAlign;
+    else
+        textAlign = byAlign - kFirstTextAlign;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetCheck(int nCheck, BOOL bRepaint)
+{
+    if (!isToggle)
+        return StResultOk;
+    checked = nCheck != 0 ? 1 : 0;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetDefaultColors(BOOL bRepaint)
+{
+    for (const int background : {ColorBkIn, ColorBkOut, ColorBkFocus})
+        colors[background] = ::GetSysColor(COLOR_BTNFACE);
+    for (const int text : {ColorFgIn, ColorFgOut, ColorFgFocus})
+        colors[text] = ::GetSysColor(COLOR_BTNTEXT);
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetColor(BYTE byColorIndex, COLORREF crColor, BOOL bRepaint)
+{
+    if (byColorIndex >= kColors)
+        return StResultBadIndex;
+    colors[byColorIndex] = crColor;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::GetColor(BYTE byColorIndex, COLORREF* crpColor)
+{
+    if (byColorIndex >= kColors)
+        return StResultBadIndex;
+    if (crpColor != nullptr)
+        *crpColor = colors[byColorIndex];
+    return StResultOk;
+}
+
+DWORD VButtonST::SetAlwaysTrack(BOOL bAlwaysTrack)
+{
+    alwaysTrack = bAlwaysTrack;
+    return StResultOk;
+}
+
+DWORD VButtonST::SetBtnCursor(int nCursorId, BOOL bRepaint)
+{
+    if (cursor != nullptr)
+        ::DestroyCursor(cursor);
+    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCEW(nCursorId), RT_GROUP_CURSOR);
+    cursor = static_cast<HCURSOR>(LoadResourceImage(module, nCursorId, IMAGE_CURSOR));
+    Repaint(bRepaint);
+    return nCursorId != 0 && cursor == nullptr ? StResultBadResource : StResultOk;
+}
+
+DWORD VButtonST::DrawBorder(BOOL bEnable, BOOL bRepaint)
+{
+    drawBorder = bEnable;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+DWORD VButtonST::DrawFlatFocus(BOOL bDrawFlatFocus, BOOL bRepaint)
+{
+    drawFlatFocus = bDrawFlatFocus;
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+void VButtonST::DrawTransparent(BOOL bRepaint)
+{
+    transparent = TRUE;
+    DropBackground();
+    if (!bRepaint || m_hWnd == nullptr)
+        return;
+    // What this button has painted so far must not become its background.
+    CRect place;
+    GetWindowRect(place);
+    if (CWnd* parent = GetParent()) {
+        parent->ScreenToClient(place);
+        parent->RedrawWindow(place, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_NOCHILDREN);
+    }
+    Repaint(TRUE);
+}
+
+DWORD VButtonST::SetURL(LPCWSTR lpszURL)
+{
+    std::fill_n(url, kMaxUrl, L'\0');
+    if (lpszURL != nullptr)
+        std::copy_n(lpszURL, ::wcsnlen(lpszURL, kMaxUrl), url);
+    return StResultOk;
+}
+
+DWORD VButtonST::SetMenu(UINT nMenu, HWND hParentWnd, BOOL bRepaint)
+{
+    if (menu != nullptr)
+        ::DestroyMenu(menu);
+    menu = nullptr;
+    menuOwner = nullptr;
+    menuShown = FALSE;
+    if (nMenu != 0) {
+        const LPCWSTR name = MAKEINTRESOURCEW(nMenu);
+        menu = ::LoadMenuW(AfxFindResourceHandle(name, RT_MENU), name);
+        if (menu == nullptr)
+            return StResultBadResource;
+        menuOwner = hParentWnd;
+    }
+    Repaint(bRepaint);
+    return StResultOk;
+}
+
+// --- tooltip
+
+void VButtonST::InitToolTip()
+{
+    if (VSkinHost::Of(this) == nullptr)
+        CreateControlTip(toolTip, *this);
+}
+
+void VButtonST::SetTooltipText(LPCWSTR lpszText, BOOL bActivate)
+{
+    if (lpszText == nullptr || m_hWnd == nullptr)
+        return;
+    if (VSkinHost* host = VSkinHost::Of(this))
+        host->AddToolTips(this, lpszText);
+    else
+        SetControlTip(toolTip, *this, lpszText, bActivate);
+}
+
+void VButtonST::SetTooltipText(int nText, BOOL bActivate)
+{
+    CString text;
+    if (text.LoadString(static_cast<UINT>(nText)) && !text.IsEmpty())
+        SetTooltipText(static_cast<LPCWSTR>(text), bActivate);
+}
+
+void VButtonST::ActivateTooltip(BOOL bEnable)
+{
+    ActivateControlTip(toolTip, bEnable);
+}
+
+BOOL VButtonST::PreTranslateMessage(MSG* pMsg)
+{
+    if (m_hWnd != nullptr)
+        RelayToControlTip(toolTip, *this, *pMsg);
+    return CButton::PreTranslateMessage(pMsg);
+}
+
+// --- the window
+
+void VButtonST::PreSubclassWindow()
+{
+    const UINT style = LOWORD(GetStyle());
+    typeStyle = style & kTypeMask;
+    if ((style & kToggleBit) != 0)
+        isToggle = TRUE;
+    if (typeStyle == BS_DEFPUSHBUTTON) {
+        isDefault = TRUE;
+        typeStyle = 0;
+    }
+    ModifyStyle(kTypeMask, BS_OWNERDRAW, SWP_FRAMECHANGED);
+    CButton::PreSubclassWindow();
+    InitToolTip();
+}
+
+// A quick second click is a click like any other.
+LRESULT VButtonST::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return CButton::DefWindowProc(message == WM_LBUTTONDBLCLK ? WM_LBUTTONDOWN : message, wParam, lParam);
+}
+
+BOOL VButtonST::OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message)
+{
+    if (cursor == nullptr)
+        return CButton::OnSetCursor(pWnd, nHitTest, message);
+    ::SetCursor(cursor);
+    return TRUE;
+}
+
+void VButtonST::OnMouseMove(UINT nFlags, CPoint point)
+{
+    CButton::OnMouseMove(nFlags, point);
+    ClientToScreen(&point);
+    const bool over = ::WindowFromPoint(point) == m_hWnd;
+    if ((nFlags & MK_LBUTTON) != 0 && !hovering)
+        return;
+    if (!flat)
+        return;
+    const HWND active = alwaysTrack ? m_hWnd : ::GetActiveWindow();
+    if (!over || active == nullptr) {
+        CancelHover();
+        return;
+    }
+    if (hovering)
+        return;
+    hovering = TRUE;
+    Invalidate();
+    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, m_hWnd, 0};
+    ::TrackMouseEvent(&track);
+}
+
+void VButtonST::CancelHover()
+{
+    if (!flat || !hovering)
+        return;
+    hovering = FALSE;
+    Repaint(TRUE);
+}
+
+void VButtonST::OnMouseLeave()
+{
+    CancelHover();
+}
+
+void VButtonST::ReleaseCapture()
+{
+    if (::GetCapture() == m_hWnd)
+        ::ReleaseCapture();
+}
+
+void VButtonST::OnSysColorChange()
+{
+    CButton::OnSysColorChange();
+    DropBackground();
+}
+
+BOOL VButtonST::OnClicked()
+{
+    // What a click sets off may destroy the button.
+    const HWND window = m_hWnd;
+    if (isToggle) {
+        checked = !checked;
+        Invalidate();
+    } else if (menu != nullptr) {
+        DropDownMenu();
+    } else if (url[0] != L'\0') {
+        const CString link(url, static_cast<int>(::wcsnlen(url, kMaxUrl)));
+        VGShellExecute(L"open", link, SW_SHOWMAXIMIZED, SEE_MASK_FLAG_NO_UI);
+    }
+    if (CWnd::FromHandlePermanent(window) == this)
+        ReleaseCapture();
+    return FALSE;
+}
+
+void VButtonST::DropDownMenu()
+{
+    const HWND window = m_hWnd;
+    CRect place;
+    GetWindowRect(place);
+    menuShown = TRUE;
+    Invalidate();
+    const HWND owner = ::IsWindow(menuOwner) ? menuOwner : ::GetParent(m_hWnd);
+    ::TrackPopupMenuEx(::GetSubMenu(menu, 0), 0, place.left, place.bottom, owner, nullptr);
+    if (CWnd::FromHandlePermanent(window) != this)
+        return;
+    menuShown = FALSE;
+    Invalidate();
+}
+
+void VButtonST::OnEnable(BOOL bEnable)
+{
+    CButton::OnEnable(bEnable);
+    if (bEnable)
+        return;
+    if (CWnd* parent = GetParent()) {
+        CWnd* next = parent->GetNextDlgTabItem(this);
+        (next != nullptr && next != this ? next : parent)->SetFocus();
+    }
+    CancelHover();
+}
+
+void VButtonST::OnKillFocus(CWnd* pNewWnd)
+{
+    CButton::OnKillFocus(pNewWnd);
+    CancelHover();
+}
+
+void VButtonST::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized)
+{
+    CButton::OnActivate(nState, pWndOther, bMinimized);
+    if (nState == WA_INACTIVE)
+        CancelHover();
+}
+
+void VButtonST::OnCancelMode()
+{
+    CButton::OnCancelMode();
+    CancelHover();
+}
+
+// The dialog manager makes the focused push button the default one, which it could not do with a button whose
+// style only says owner-drawn.
+UINT VButtonST::OnGetDlgCode()
+{
+    return CButton::OnGetDlgCode() | (isDefault ? DLGC_DEFPUSHBUTTON : DLGC_UNDEFPUSHBUTTON);
+}
+
+HBRUSH VButtonST::CtlColor(CDC*, UINT)
+{
+    return static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
+}
+
+LRESULT VButtonST::OnSetStyle(WPARAM wParam, LPARAM lParam)
+{
+    const WPARAM type = wParam & kTypeMask;
+    if (type == BS_DEFPUSHBUTTON)
+        isDefault = TRUE;
+    else if (type == BS_PUSHBUTTON)
+        isDefault = FALSE;
+    return DefWindowProc(BM_SETSTYLE, (wParam & ~static_cast<WPARAM>(kTypeMask)) | BS_OWNERDRAW, lParam);
+}
+
+LRESULT VButtonST::OnGetCheckMessage(WPARAM, LPARAM)
+{
+    return isToggle ? checked : Default();
+}
+
+LRESULT VButtonST::OnSetCheckMessage(WPARAM wParam, LPARAM)
+{
+    return isToggle ? static_cast<LRESULT>(SetCheck(static_cast<int>(wParam), TRUE)) : Default();
+}
