@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vgui/controls/splitter_bar.h"
+#include "vgui/controls/tree_controls.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/dialogs/tab_pages.h"
