@@ -49,7 +49,9 @@ struct GalleryPage {
     ROW(DialogsPage)                                                                                         \
     ROW(EditorCommandPage)                                                                                   \
     ROW(DrawingPage)                                                                                         \
-    ROW(TreePage)
+    ROW(TreePage)                                                                                            \
+    ROW(OutlinePage)                                                                                         \
+    ROW(TipPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -1,6 +1,8 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/composite/outline.h"
+#include "vgui/composite/tip_window.h"
 #include "vgui/controls/splitter_bar.h"
 #include "vgui/controls/tree_controls.h"
 #include "vgui/dialogs/dlg_resizer.h"
