@@ -57,6 +57,10 @@ struct GalleryPage {
     ROW(ButtonsPage)                                                                                         \
     ROW(ChecksPage)                                                                                          \
     ROW(DrawingPage)
+    ROW(DrawingPage)                                                                                         \
+    ROW(TreePage)                                                                                            \
+    ROW(OutlinePage)                                                                                         \
+    ROW(TipPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

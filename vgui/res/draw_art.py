@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the library's bitmaps into the folder of this script. Run it after changing a picture here."""
+"""Draws the library's bitmaps and icons into the folder of this script. Run it after changing a picture here."""
 
 import pathlib
 import struct
@@ -9,6 +9,11 @@ CAPTION_FROM = (83, 135, 208)
 CAPTION_TO = (137, 199, 255)
 BUTTON_BORDER = (156, 179, 196)
 BUTTON_GLYPH = (48, 65, 120)
+CONTROL_FRAME = (47, 95, 179)
+CONTROL_WHITE = (253, 250, 246)
+CONTROL_LIGHT = (202, 218, 241)
+CHECK_MARK = (71, 196, 58)
+CHECK_MARK_DARK = (31, 132, 22)
 WHITE = (255, 255, 255)
 
 HELP_SIZE = 20
@@ -26,6 +31,48 @@ HELP_GLYPH = (
     "........",
     "...##...",
     "...##...",
+)
+
+# The check boxes of trees: one white pixel around the box, because the trees' image list keeps no mask and the
+# box has to stand free on any colour.
+CHECK_SIZE = 16
+CHECK_MARGIN = 1
+CHECK_NONE = ()
+CHECK_ALL = (
+    "................",
+    "................",
+    "................",
+    "...........d....",
+    "..........d#d...",
+    ".........d##d...",
+    "....d...d##d....",
+    "...d#d.d##d.....",
+    "...d##d##d......",
+    "....d###d.......",
+    ".....d#d........",
+    "......d.........",
+    "................",
+    "................",
+    "................",
+    "................",
+)
+CHECK_PART = (
+    "................",
+    "................",
+    "................",
+    "................",
+    "....dddddddd....",
+    "....d######d....",
+    "....d######d....",
+    "....d######d....",
+    "....d######d....",
+    "....d######d....",
+    "....d######d....",
+    "....dddddddd....",
+    "................",
+    "................",
+    "................",
+    "................",
 )
 
 
@@ -67,13 +114,48 @@ def help_glyph():
     return [[pixel(x, y) for x in range(HELP_SIZE)] for y in range(HELP_SIZE)]
 
 
+def check_box(mark):
+    """A tree's check box with a mark, '#' and 'd' for its inside and its outline."""
+
+    def pixel(x, y):
+        edge = min(x, y, CHECK_SIZE - 1 - x, CHECK_SIZE - 1 - y) - CHECK_MARGIN
+        if edge < 0:
+            return WHITE
+        if edge == 0:
+            return CONTROL_FRAME
+        sign = mark[y][x] if mark else "."
+        if sign != ".":
+            return CHECK_MARK if sign == "#" else CHECK_MARK_DARK
+        return mix(CONTROL_WHITE, CONTROL_LIGHT, y, CHECK_SIZE)
+
+    return [[pixel(x, y) for x in range(CHECK_SIZE)] for y in range(CHECK_SIZE)]
+
+
+def bits24(rows):
+    """Rows of (red, green, blue), top row first, as the bits of a 24-bit picture."""
+    padding = bytes(-len(rows[0]) * 3 % 4)
+    return b"".join(
+        b"".join(bytes((blue, green, red)) for red, green, blue in row) + padding for row in reversed(rows))
+
+
+def header24(width, height, size):
+    return struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, size, 0, 0, 0, 0)
+
+
+def write_ico24(path, rows):
+    """Writes rows of (red, green, blue), top row first, as an icon that is opaque everywhere."""
+    width, height = len(rows[0]), len(rows)
+    mask = bytes((width + 31) // 32 * 4 * height)
+    bits = bits24(rows) + mask
+    image = header24(width, 2 * height, len(bits)) + bits
+    directory = struct.pack("<HHHBBBBHHII", 0, 1, 1, width, height, 0, 0, 1, 24, len(image), 22)
+    path.write_bytes(directory + image)
+
+
 def write_bmp24(path, rows):
     """Writes rows of (red, green, blue), top row first, as a 24-bit bitmap."""
-    width, height = len(rows[0]), len(rows)
-    padding = bytes(-width * 3 % 4)
-    bits = b"".join(
-        b"".join(bytes((blue, green, red)) for red, green, blue in row) + padding for row in reversed(rows))
-    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(bits), 0, 0, 0, 0)
+    bits = bits24(rows)
+    header = header24(len(rows[0]), len(rows), len(bits))
     offset = 14 + len(header)
     path.write_bytes(struct.pack("<2sIHHI", b"BM", offset + len(bits), 0, 0, offset) + header + bits)
 
@@ -81,6 +163,9 @@ def write_bmp24(path, rows):
 def main():
     folder = pathlib.Path(__file__).resolve().parent
     write_bmp24(folder / "help_glyph.bmp", help_glyph())
+    write_ico24(folder / "check_none.ico", check_box(CHECK_NONE))
+    write_ico24(folder / "check_all.ico", check_box(CHECK_ALL))
+    write_ico24(folder / "check_part.ico", check_box(CHECK_PART))
 
 
 if __name__ == "__main__":
