@@ -32,8 +32,8 @@ public:
 
     // ---- Creation: replaces the image
 
-    // A white image (all pixel bytes 0xFF) of the screen's depth, by the rule of the next overload. On a
-    // screen of 8 bits or less the colour table is the system palette.
+    // An image of the screen's depth, by the rule of the next overload, whose pixel bytes are all 0xFF. On a
+    // screen of 8 bits or less the colour table is the system palette; else it is zero.
     int Create(DWORD width, DWORD height);
     // A blank image: colour table and pixels all zero. The depth is rounded up: 0 and 1 to 1, to 4, to 8, to
     // 24; more than 24 gives 4. The last is intended. FALSE for an empty size and one above 2 GB.
@@ -147,8 +147,8 @@ public:
     // is gone then too, unless the file could not be opened.
     bool Load(const CString& fileName);
     bool Load(UINT resourceId);
-    // Reads or writes a BMP file at the archive's place. Nothing may follow it in the archive, because
-    // reading takes all there is.
+    // Reads or writes a BMP file at the archive's place. Nothing is stored for an image that Write refuses;
+    // loading then leaves the image as it was.
     void Serialize(CArchive& ar) override;
 
     // ---- Display (destination in pDC's logical coordinates)

@@ -2,7 +2,9 @@
 #include "vgui/imaging/dib_block.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
+#include <optional>
 
 namespace
 {
@@ -126,6 +128,64 @@ size_t BitsOffset(const BYTE* block)
     return HeaderBytes(block) + PaletteSize(block);
 }
 
+// Whether so many bytes hold header, colour table and all of the image.
+bool IsWhole(const BYTE* header, size_t length)
+{
+    const size_t offset = BitsOffset(header);
+    const size_t imageBytes = ImageBytesOf(header);
+    return imageBytes > 0 && offset <= length && imageBytes <= length - offset;
+}
+
+// A checked copy of the header of a packed DIB that comes from elsewhere.
+struct IncomingHeader {
+    BYTE bytes[kInfoHeaderBytes] = {};
+    bool isTopDown = false;
+
+    [[nodiscard]] bool HasStream() const { return IsStreamCompression(CompressionOf(bytes)); }
+
+    // biSizeImage, which a core header lacks.
+    [[nodiscard]] size_t StatedBytes() const
+    {
+        return HasInfoHeader(bytes) ? InfoHeader(bytes).biSizeImage : 0;
+    }
+
+    void SetStatedBytes(size_t count)
+    {
+        if (!HasInfoHeader(bytes))
+            return;
+        BITMAPINFOHEADER header = InfoHeader(bytes);
+        header.biSizeImage = static_cast<DWORD>(count);
+        std::memcpy(bytes, &header, sizeof header);
+    }
+};
+
+// Nothing when the header makes no sense.
+std::optional<IncomingHeader> CheckIncoming(const BYTE* memory, size_t length)
+{
+    IncomingHeader incoming;
+    if (memory == nullptr || length < kCoreHeaderBytes ||
+        (HasInfoHeader(memory) && length < kInfoHeaderBytes))
+        return std::nullopt;
+    std::memcpy(incoming.bytes, memory, HeaderBytes(memory));
+    if (HasInfoHeader(memory)) {
+        BITMAPINFOHEADER header = InfoHeader(memory);
+        incoming.isTopDown = header.biHeight < 0 && header.biHeight != LONG_MIN;
+        if (incoming.isTopDown)
+            header.biHeight = -header.biHeight;
+        std::memcpy(incoming.bytes, &header, sizeof header);
+    }
+    if (!IsSaneHeader(incoming.bytes, sizeof incoming.bytes) || (incoming.isTopDown && incoming.HasStream()))
+        return std::nullopt;
+    return incoming;
+}
+
+void TurnOver(const VDibView& dib)
+{
+    const size_t rowBytes = dib.RowBytes();
+    for (LONG top = 0, bottom = dib.Height() - 1; top < bottom; ++top, --bottom)
+        std::swap_ranges(dib.Row(top), dib.Row(top) + rowBytes, dib.Row(bottom));
+}
+
 } // namespace
 
 // ---- Measures
@@ -179,10 +239,7 @@ size_t DIBBlockSize(BYTE* block)
 
 VDibView::VDibView(BYTE* block, size_t length)
 {
-    if (!IsSaneHeader(block, length))
-        return;
-    const size_t offset = BitsOffset(block);
-    if (offset > length || ImageBytesOf(block) > length - offset)
+    if (!IsSaneHeader(block, length) || !IsWhole(block, length))
         return;
     m_block = block;
     m_length = length;
@@ -313,4 +370,54 @@ VOwnedGlobal DuplicateDib(HGLOBAL hDib)
         ::GlobalUnlock(copy.Get());
     }
     return copy;
+}
+
+size_t PackedDibBytes(const BYTE* memory)
+{
+    if (memory == nullptr)
+        return 0;
+    const std::optional<IncomingHeader> incoming = CheckIncoming(memory, HeaderBytes(memory));
+    if (!incoming)
+        return 0;
+    return BitsOffset(incoming->bytes) + std::max(incoming->StatedBytes(), ImageBytesOf(incoming->bytes));
+}
+
+VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length)
+{
+    std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
+    if (!incoming || !IsWhole(incoming->bytes, length))
+        return {};
+    const size_t offset = BitsOffset(incoming->bytes);
+    const size_t imageBytes = ImageBytesOf(incoming->bytes);
+    if (incoming->StatedBytes() < imageBytes || incoming->StatedBytes() > length - offset)
+        incoming->SetStatedBytes(imageBytes);
+
+    const size_t bytes = offset + std::max(incoming->StatedBytes(), imageBytes);
+    VOwnedGlobal block = NewGlobalBlock(bytes);
+    if (void* const target = block ? ::GlobalLock(block.Get()) : nullptr) {
+        std::memcpy(target, memory, bytes);
+        std::memcpy(target, incoming->bytes, HeaderBytes(incoming->bytes));
+        ::GlobalUnlock(block.Get());
+    }
+    if (incoming->isTopDown) {
+        const VLockedDib dib(block.Get());
+        TurnOver(dib);
+    }
+    return block;
+}
+
+bool AcceptDib(HGLOBAL hDib)
+{
+    BYTE* const memory = hDib != nullptr ? static_cast<BYTE*>(::GlobalLock(hDib)) : nullptr;
+    if (memory == nullptr)
+        return false;
+    const size_t length = ::GlobalSize(hDib);
+    const std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
+    const bool isWhole = incoming && IsWhole(incoming->bytes, length);
+    if (isWhole && incoming->isTopDown) {
+        std::memcpy(memory, incoming->bytes, kInfoHeaderBytes);
+        TurnOver(VDibView(memory, length));
+    }
+    ::GlobalUnlock(hDib);
+    return isWhole;
 }

@@ -110,9 +110,14 @@ BITMAPINFOHEADER DIBHeader(LONG width, LONG height, WORD bitCount);
 VOwnedGlobal NewDibLike(const VDibView& dib, LONG width, LONG height);
 // A copy of the whole block.
 VOwnedGlobal DuplicateDib(HGLOBAL hDib);
-// A copy of the packed DIB in the memory, its biSizeImage put right and a top-down image turned over. length
-// may be 4 bytes short of a 32-bit image with one colour-table entry: they count as zero.
+// The bytes of a packed DIB, told by its header alone: header, colour table, and the larger of biSizeImage
+// and the pixel rows. 0 for a header that makes no sense.
+size_t PackedDibBytes(const BYTE* memory);
+// A copy of the packed DIB in so many bytes of memory. A top-down image is turned over, and a biSizeImage
+// that cannot be true is put right. Empty when the header makes no sense or the image is not all there.
 VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length);
+// Whether a global block holds a packed DIB; one that is top-down is turned over in its place.
+bool AcceptDib(HGLOBAL hDib);
 
 // A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32). GDI matches the
 // colours. The colour table of an image of 4 or 8 bits is the palette's, or that of a source of the same
@@ -141,6 +146,8 @@ public:
     [[nodiscard]] HBITMAP Bitmap() const { return m_bitmap.Get(); }
     // Gives the bitmap to the caller, who deletes it.
     [[nodiscard]] HBITMAP Release() { return m_bitmap.Release(); }
+    // Draws a part of another section, its top left corner at a point, letting GDI match the colours.
+    bool Draw(CPoint at, const VDibSection& source, CRect part) const;
     // Copy the pixels from and to an image of the same size and depth.
     void CopyFrom(const VDibView& dib) const;
     void CopyTo(const VDibView& dib) const;
