@@ -1,0 +1,239 @@
+// Packed DIBs and GDI: DIB sections, palettes, the change of depth, and DIBs made from bitmaps.
+#include "vgui/imaging/dib_block.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+namespace
+{
+
+constexpr WORD kLogPaletteVersion = 0x300;
+
+// Header and colour table in the form that GDI asks for, with room for every table.
+struct DibInfo {
+    BITMAPINFOHEADER header;
+    RGBQUAD colors[kMaxDibColors];
+
+    BITMAPINFO* Info() { return reinterpret_cast<BITMAPINFO*>(this); }
+};
+static_assert(offsetof(DibInfo, colors) == offsetof(BITMAPINFO, bmiColors));
+
+DibInfo InfoOf(const VDibView& dib)
+{
+    DibInfo info = {dib.Header(), {}};
+    // Above 8 bits the count only tells where the pixels begin; GDI has no use for it.
+    if (info.header.biBitCount > kMaxIndexedBits)
+        info.header.biClrUsed = 0;
+    info.header.biClrUsed = std::min(info.header.biClrUsed, kMaxDibColors);
+    for (DWORD i = 0; i < kMaxDibColors; ++i)
+        info.colors[i] = dib.Color(i);
+    return info;
+}
+
+RGBQUAD QuadOf(const PALETTEENTRY& entry, BYTE reserved = 0)
+{
+    return {entry.peBlue, entry.peGreen, entry.peRed, reserved};
+}
+
+enum class Flags { Drop, Keep };
+
+// Entries that the palette lacks stay as they are.
+void SetColors(const VDibView& dib, HPALETTE hPalette, DWORD count, Flags flags)
+{
+    PALETTEENTRY entries[kMaxDibColors] = {};
+    ::GetPaletteEntries(hPalette, 0, count, entries);
+    for (DWORD i = 0; i < count; ++i)
+        dib.SetColor(i, QuadOf(entries[i], flags == Flags::Keep ? entries[i].peFlags : BYTE{0}));
+}
+
+void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPalette)
+{
+    const WORD bitCount = target.BitCount();
+    const DWORD count = 1U << bitCount;
+    if (bitCount == 1) {
+        target.SetColor(1, {0xFF, 0xFF, 0xFF, 0});
+    } else if (hPalette != nullptr) {
+        SetColors(target, hPalette, count, Flags::Drop);
+    } else if (source.BitCount() == bitCount) {
+        for (DWORD i = 0; i < count; ++i)
+            target.SetColor(i, source.Color(i));
+    } else if (bitCount == 4) {
+        SetColors(target, static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE)), count, Flags::Keep);
+    } else {
+        const VOwnedScreenDC screen(::GetDC(nullptr));
+        const VOwnedPalette halftone(::CreateHalftonePalette(screen.Get()));
+        SetColors(target, halftone.Get(), count, Flags::Keep);
+    }
+}
+
+void SetImageBytes(const VDibView& dib)
+{
+    BITMAPINFOHEADER header = dib.Header();
+    header.biSizeImage = static_cast<DWORD>(dib.ImageBytes());
+    std::memcpy(dib.Block(), &header, sizeof header);
+}
+
+WORD DepthBucket(const BITMAP& bitmap)
+{
+    const int bits = bitmap.bmPlanes * bitmap.bmBitsPixel;
+    return bits <= 1 ? 1 : bits <= 4 ? 4 : bits <= 8 ? 8 : 24;
+}
+
+// Selects and realises a palette; puts the old one back at the end of the block.
+class PaletteScope
+{
+public:
+    PaletteScope(HDC hDC, HPALETTE hPalette)
+        : m_hDC(hDC), m_hOldPalette(::SelectPalette(hDC, hPalette, FALSE))
+    {
+        ::RealizePalette(hDC);
+    }
+    PaletteScope(const PaletteScope&) = delete;
+    PaletteScope& operator=(const PaletteScope&) = delete;
+    ~PaletteScope()
+    {
+        ::SelectPalette(m_hDC, m_hOldPalette, TRUE);
+        ::RealizePalette(m_hDC);
+    }
+
+private:
+    HDC m_hDC;
+    HPALETTE m_hOldPalette;
+};
+
+// Fills a new block with a bitmap's pixels in the form that the header says.
+VOwnedGlobal FetchPixels(HDC hDC, HBITMAP hBitmap, DibInfo& info)
+{
+    VOwnedGlobal block = NewDib(info.header);
+    const VLockedDib dib(block.Get());
+    if (!dib)
+        return {};
+    const auto height = static_cast<UINT>(dib.Height());
+    if (::GetDIBits(hDC, hBitmap, 0, height, dib.Bits(), info.Info(), DIB_RGB_COLORS) <= 0)
+        return {};
+    for (DWORD i = 0; dib.BitCount() <= kMaxIndexedBits && i < kMaxDibColors; ++i)
+        dib.SetColor(i, info.colors[i]);
+    SetImageBytes(dib);
+    return block;
+}
+
+} // namespace
+
+// ---- VDibSection
+
+VDibSection::VDibSection(const VDibView& dib) : VDibSection(dib, dib.Width(), dib.Height())
+{
+    if (m_bitmap)
+        CopyFrom(dib);
+}
+
+VDibSection::VDibSection(const VDibView& dib, LONG width, LONG height)
+{
+    if (!dib.HasRows())
+        return;
+    DibInfo info = InfoOf(dib);
+    info.header.biWidth = width;
+    info.header.biHeight = height;
+    info.header.biSizeImage = 0;
+    void* bits = nullptr;
+    m_bitmap.Reset(::CreateDIBSection(nullptr, info.Info(), DIB_RGB_COLORS, &bits, nullptr, 0));
+    m_bits = static_cast<BYTE*>(bits);
+}
+
+void VDibSection::CopyFrom(const VDibView& dib) const
+{
+    std::memcpy(m_bits, dib.Bits(), dib.ImageBytes());
+}
+
+void VDibSection::CopyTo(const VDibView& dib) const
+{
+    ::GdiFlush();
+    std::memcpy(dib.Bits(), m_bits, dib.ImageBytes());
+}
+
+bool VDibSection::Draw(CPoint at, const VDibSection& source, CRect part) const
+{
+    const VOwnedMemoryDC sourceDC(::CreateCompatibleDC(nullptr));
+    const VOwnedMemoryDC targetDC(::CreateCompatibleDC(nullptr));
+    if (!*this || !source || !sourceDC || !targetDC)
+        return false;
+    const VSelectScope sourceBitmap(sourceDC.Get(), source.Bitmap());
+    const VSelectScope targetBitmap(targetDC.Get(), Bitmap());
+    return ::BitBlt(targetDC.Get(), at.x, at.y, part.Width(), part.Height(), sourceDC.Get(), part.left,
+                    part.top, SRCCOPY) != FALSE;
+}
+
+// ---- Palettes and conversion
+
+VOwnedPalette DibPalette(const VDibView& dib)
+{
+    const auto count = static_cast<WORD>(DIBNumColors(dib.Block()));
+    if (count == 0)
+        return {};
+    std::vector<BYTE> memory(offsetof(LOGPALETTE, palPalEntry) + count * sizeof(PALETTEENTRY));
+    auto* const palette = reinterpret_cast<LOGPALETTE*>(memory.data());
+    palette->palVersion = kLogPaletteVersion;
+    palette->palNumEntries = count;
+    for (WORD i = 0; i < count; ++i) {
+        const RGBQUAD color = dib.Color(i);
+        palette->palPalEntry[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
+    }
+    return VOwnedPalette(::CreatePalette(palette));
+}
+
+VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette)
+{
+    const VLockedDib source(hDib);
+    if (!source)
+        return {};
+    // Other readers of the format look a little beyond the last row: the block ends 4 bytes later.
+    constexpr size_t kSpareBytes = 4;
+    VOwnedGlobal block = NewDib(DIBHeader(source.Width(), source.Height(), bitCount), kSpareBytes);
+    const VLockedDib target(block.Get());
+    if (!target)
+        return {};
+    if (bitCount <= kMaxIndexedBits)
+        ChooseColors(target, source, hPalette);
+    SetImageBytes(target);
+
+    const VDibSection from(source);
+    const VDibSection to(target);
+    if (!to.Draw({0, 0}, from, {0, 0, source.Width(), source.Height()}))
+        return {};
+    to.CopyTo(target);
+    return block;
+}
+
+// ---- DIBs made from bitmaps
+
+VOwnedGlobal DibFromSection(HBITMAP hBitmap)
+{
+    DIBSECTION section = {};
+    if (::GetObject(hBitmap, sizeof section, &section) != sizeof section)
+        return {};
+    DibInfo info = {section.dsBmih, {}};
+    info.header.biSize = sizeof info.header;
+    info.header.biHeight = std::abs(section.dsBmih.biHeight);
+    // A block has no room for masks; GDI brings the pixels into the standard form.
+    info.header.biCompression = BI_RGB;
+    if (info.header.biBitCount <= kMaxIndexedBits && info.header.biClrUsed == 0)
+        info.header.biClrUsed = 1U << info.header.biBitCount;
+
+    const VOwnedScreenDC screen(::GetDC(nullptr));
+    return FetchPixels(screen.Get(), hBitmap, info);
+}
+
+VOwnedGlobal DibFromBitmap(HBITMAP hBitmap, HPALETTE hPalette)
+{
+    BITMAP bitmap = {};
+    if (::GetObject(hBitmap, sizeof bitmap, &bitmap) == 0)
+        return {};
+    if (hPalette == nullptr)
+        hPalette = static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE));
+    const VOwnedScreenDC screen(::GetDC(nullptr));
+    const PaletteScope palette(screen.Get(), hPalette);
+    DibInfo info = {DIBHeader(bitmap.bmWidth, bitmap.bmHeight, DepthBucket(bitmap)), {}};
+    return FetchPixels(screen.Get(), hBitmap, info);
+}

@@ -1,0 +1,197 @@
+// The DIB object and BMP files: reading, writing, resources and archives.
+#include "vgui/imaging/dib.h"
+
+#include "vgui/imaging/dib_block.h"
+
+#include <afxext.h>
+#include <cstring>
+
+namespace
+{
+
+constexpr WORD kBmpSignature = 0x4D42; // "BM"
+constexpr size_t kFileHeaderBytes = sizeof(BITMAPFILEHEADER);
+constexpr size_t kInfoHeaderBytes = sizeof(BITMAPINFOHEADER);
+static_assert(kFileHeaderBytes == 14);
+
+// The colour-table entries of a file that does not state their number. Hosts rely on the shift by the bit
+// count modulo 32, which gives one entry at 32 bits.
+DWORD ImpliedColors(WORD bitCount)
+{
+    return bitCount == 24 ? 0 : 1U << bitCount % 32;
+}
+
+// What follows the file header of a BMP file.
+struct FileDib {
+    VOwnedGlobal block;
+    size_t length = 0;
+};
+
+// Reads so many bytes. The block is empty when the file is short or has another header than the usual one.
+FileDib ReadFileDib(CFile& file, size_t length)
+{
+    // A 32-bit file that states no colours lacks the entry that it is taken to have. Its pixels begin in the
+    // entry's place, and zeroes make up for what is then missing at the end.
+    constexpr size_t kLackingBytes = sizeof(RGBQUAD);
+    if (length < kInfoHeaderBytes || length > kMaxDibImageBytes)
+        return {};
+    FileDib dib = {NewGlobalBlock(length + kLackingBytes), length};
+    BYTE* const memory = dib.block ? static_cast<BYTE*>(::GlobalLock(dib.block.Get())) : nullptr;
+    if (memory == nullptr)
+        return {};
+    const bool isRead = file.Read(memory, static_cast<UINT>(length)) == length;
+    BITMAPINFOHEADER header;
+    std::memcpy(&header, memory, sizeof header);
+    if (header.biClrUsed == 0) {
+        header.biClrUsed = ImpliedColors(header.biBitCount);
+        std::memcpy(memory, &header, sizeof header);
+        if (header.biBitCount == 32)
+            dib.length += kLackingBytes;
+    }
+    ::GlobalUnlock(dib.block.Get());
+    return isRead && header.biSize == kInfoHeaderBytes ? std::move(dib) : FileDib();
+}
+
+// Reads from the file's position to its end.
+FileDib ReadBmp(CFile& file)
+{
+    const ULONGLONG start = file.GetPosition();
+    const ULONGLONG end = file.GetLength();
+    BITMAPFILEHEADER header;
+    if (file.Read(&header, sizeof header) != sizeof header || header.bfType != kBmpSignature)
+        return {};
+    return ReadFileDib(file, static_cast<size_t>(end - start - sizeof header));
+}
+
+// The bytes of the image that a file gets; for rows biSizeImage is brought up to date.
+size_t UpdateImageBytes(const VDibView& dib)
+{
+    BITMAPINFOHEADER header = dib.Header();
+    header.biSizeImage = static_cast<DWORD>(dib.ImageBytes());
+    std::memcpy(dib.Block(), &header, sizeof header);
+    return header.biSizeImage;
+}
+
+void WriteBmp(CFile& file, const VDibView& dib)
+{
+    const size_t bitsOffset = kInfoHeaderBytes + PaletteSize(dib.Block());
+    const size_t dibBytes = bitsOffset + UpdateImageBytes(dib);
+    BITMAPFILEHEADER header = {};
+    header.bfType = kBmpSignature;
+    header.bfSize = static_cast<DWORD>(sizeof header + dibBytes);
+    header.bfOffBits = static_cast<DWORD>(sizeof header + bitsOffset);
+    file.Write(&header, sizeof header);
+    file.Write(dib.Block(), static_cast<UINT>(dibBytes));
+}
+
+// The length of the BMP file that begins at a place, as it states it; 0 when none does or it cannot be true.
+DWORD StoredBytes(CFile& file, ULONGLONG start)
+{
+    BITMAPFILEHEADER header;
+    file.Seek(static_cast<LONGLONG>(start), CFile::begin);
+    if (file.Read(&header, sizeof header) != sizeof header || header.bfType != kBmpSignature)
+        return 0;
+    return header.bfSize <= file.GetLength() - start ? header.bfSize : 0;
+}
+
+} // namespace
+
+int CDib::Read(CFile* pFile)
+{
+    const CWaitCursor wait;
+    if (pFile == nullptr)
+        return FALSE;
+    FileDib dib;
+    TRY
+    {
+        dib = ReadBmp(*pFile);
+    }
+    CATCH_ALL(e)
+    {
+        return FALSE;
+    }
+    END_CATCH_ALL
+    const void* const memory = dib.block ? ::GlobalLock(dib.block.Get()) : nullptr;
+    if (memory == nullptr)
+        return FALSE;
+    const int result = CreateFromMemory(static_cast<const BYTE*>(memory), dib.length);
+    ::GlobalUnlock(dib.block.Get());
+    return result;
+}
+
+int CDib::Write(CFile* pFile)
+{
+    const CWaitCursor wait;
+    const VLockedDib dib(m_hDib);
+    if (pFile == nullptr || !dib || dib.HasCoreHeader())
+        return FALSE;
+    TRY
+    {
+        WriteBmp(*pFile, dib);
+    }
+    CATCH_ALL(e)
+    {
+        return FALSE;
+    }
+    END_CATCH_ALL
+    return TRUE;
+}
+
+int CDib::Load(LPCWSTR fileName)
+{
+    if (fileName == nullptr)
+        return FALSE;
+    CFile file;
+    CFileException failure;
+    if (!file.Open(fileName, CFile::modeRead | CFile::shareDenyNone, &failure)) {
+        failure.ReportError();
+        return FALSE;
+    }
+    return Read(&file);
+}
+
+int CDib::Save(LPCWSTR fileName)
+{
+    CFile file;
+    if (fileName == nullptr || !file.Open(fileName, CFile::modeCreate | CFile::modeWrite))
+        return FALSE;
+    return Write(&file);
+}
+
+int CDib::Load(LPCWSTR resourceName, LPCWSTR resourceType)
+{
+    const HINSTANCE module = AfxGetResourceHandle();
+    const HRSRC resource = ::FindResourceW(module, resourceName, resourceType);
+    const HGLOBAL loaded = resource != nullptr ? ::LoadResource(module, resource) : nullptr;
+    const auto* const memory = loaded != nullptr ? static_cast<const BYTE*>(::LockResource(loaded)) : nullptr;
+    const size_t length = memory != nullptr ? ::SizeofResource(module, resource) : 0;
+    WORD signature = 0;
+    if (length <= kFileHeaderBytes)
+        return FALSE;
+    std::memcpy(&signature, memory, sizeof signature);
+    if (signature != kBmpSignature)
+        return FALSE;
+    return CreateFromMemory(memory + kFileHeaderBytes, length - kFileHeaderBytes);
+}
+
+int CDib::Load(UINT resourceId, LPCWSTR resourceType)
+{
+    return Load(MAKEINTRESOURCEW(resourceId), resourceType);
+}
+
+void CDib::Serialize(CArchive& ar)
+{
+    CObject::Serialize(ar);
+    ar.Flush();
+    CFile* const file = ar.GetFile();
+    if (file == nullptr)
+        return;
+    if (ar.IsStoring()) {
+        Write(file);
+        return;
+    }
+    // Reading takes all there is. What the archive holds behind the image follows.
+    const ULONGLONG start = file->GetPosition();
+    Read(file);
+    file->Seek(static_cast<LONGLONG>(start + StoredBytes(*file, start)), CFile::begin);
+}
