@@ -12,4 +12,5 @@
 #include "vgui/foundation/skin_host.h"
 #include "vgui/foundation/subclass_wnd.h"
 #include "vgui/foundation/window_helpers.h"
+#include "vgui/imaging/gl.h"
 #include "vgui/module.h"
