@@ -56,11 +56,11 @@ struct GalleryPage {
     ROW(SmallControlsPage)                                                                                   \
     ROW(ButtonsPage)                                                                                         \
     ROW(ChecksPage)                                                                                          \
-    ROW(DrawingPage)
-    ROW(DrawingPage)                                                                                         \
     ROW(TreePage)                                                                                            \
     ROW(OutlinePage)                                                                                         \
-    ROW(TipPage)
+    ROW(TipPage)                                                                                             \
+    ROW(OpenGlPage)                                                                                          \
+    ROW(DrawingPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

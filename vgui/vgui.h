@@ -1,19 +1,18 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/composite/outline.h"
+#include "vgui/composite/tip_window.h"
+#include "vgui/controls/bmp_static.h"
 #include "vgui/controls/button_exchange.h"
 #include "vgui/controls/buttons.h"
 #include "vgui/controls/date_time_ctrl.h"
 #include "vgui/controls/image_button.h"
 #include "vgui/controls/progress_ctrl.h"
 #include "vgui/controls/spin_button_ctrl.h"
-#include "vgui/controls/bmp_static.h"
 #include "vgui/controls/splitter_bar.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/controls/tool_bar.h"
-#include "vgui/composite/outline.h"
-#include "vgui/composite/tip_window.h"
-#include "vgui/controls/splitter_bar.h"
 #include "vgui/controls/tree_controls.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
@@ -27,4 +26,5 @@
 #include "vgui/foundation/window_helpers.h"
 #include "vgui/imaging/dib.h"
 #include "vgui/imaging/dib_pal.h"
+#include "vgui/imaging/gl.h"
 #include "vgui/module.h"
