@@ -1,7 +1,7 @@
 #include "vgui/controls/tree_controls.h"
 
+#include "vgui/controls/control_frame.h"
 #include "vgui/foundation/buffered_dc.h"
-#include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
 IMPLEMENT_DYNAMIC(VTreeCtrl, CTreeCtrl)
@@ -45,20 +45,16 @@ void VTreeCtrl::OnNcPaint()
 
     CWindowDC dc(this);
     dc.ExcludeClipRect(client); // a border of one pixel has no room for the inner ring
-    if (IsWindowEnabled()) {
-        VGDraw3dCtrlFrame(&dc, rect, VGM.List.clrFrame, VGM.Common.nCtrlFrameFade, 0);
-        return;
-    }
-    dc.Draw3dRect(rect, VGM.Common.clrGray, VGM.Common.clrGray);
-    rect.DeflateRect(1, 1);
-    const COLORREF background = VGGetParentBkColor(this);
-    dc.Draw3dRect(rect, background, background);
+    if (IsWindowEnabled())
+        DrawControlFrame(dc, rect, VGM.List.clrFrame);
+    else
+        DrawDisabledFrame(dc, *this, rect);
 }
 
 void VTreeCtrl::OnEnable(BOOL bEnable)
 {
     CTreeCtrl::OnEnable(bEnable);
-    RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+    InvalidateFrame(*this);
 }
 
 void VTreeCtrl::OnMouseMove(UINT nFlags, CPoint point)
