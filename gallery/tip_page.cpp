@@ -13,6 +13,8 @@ constexpr int kBodyTab = 60; // pixels
 constexpr COLORREF kSky = RGB(120, 175, 235);
 constexpr COLORREF kHorizon = RGB(255, 240, 205);
 constexpr COLORREF kGround = RGB(92, 150, 84);
+constexpr COLORREF kPaper = RGB(255, 255, 225);
+constexpr COLORREF kInk = RGB(40, 30, 10);
 constexpr COLORREF kSun = RGB(255, 200, 60);
 
 // A small landscape for the shadows to fall on.
@@ -68,6 +70,7 @@ protected:
     {
         PageDlg::OnInitDialog();
         m_tip.Create(this);
+        m_tip.SetTipColors(kPaper, kInk);
         m_tip.SetMargins(CSize(6, 4));
         m_tip.SetLineSpace(3);
         m_tip.SetTextTabStopPositions(m_tabs.data(), static_cast<int>(m_tabs.size()));
@@ -86,10 +89,9 @@ protected:
     {
         PageDlg::OnMouseMove(nFlags, point);
         const CRect picture = PictureRect();
-        const bool inside = picture.PtInRect(point) != FALSE;
-        if (inside && !m_wasInside)
+        // Each movement starts the delay anew, so that the tip waits for the mouse to rest.
+        if (picture.PtInRect(point) && !m_tip.IsWindowVisible())
             m_tip.ShowTipWindow(picture, point, Style(), kDelay, kDuration, Centred(), TRUE);
-        m_wasInside = inside;
     }
     afx_msg void OnShow()
     {
@@ -124,7 +126,6 @@ private:
 
     std::array<int, 1> m_tabs{kBodyTab};
     CXTTipWindow m_tip;
-    bool m_wasInside = false;
 };
 
 BEGIN_MESSAGE_MAP(TipDlg, PageDlg)

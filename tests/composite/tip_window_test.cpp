@@ -202,12 +202,15 @@ TEST_F(TipWindow, GoesWhenTheMouseLeavesTheHotRectangle)
 TEST_F(TipWindow, AppearsAndGoesByItsTimers)
 {
     tip.SetTipText(L"t", L"");
-    ASSERT_TRUE(tip.ShowTipWindow(OnScreen({10, 10}), 0, 20, 60));
+    ASSERT_TRUE(tip.ShowTipWindow(OnScreen({10, 10}), 0, 20));
     EXPECT_FALSE(tip.IsWindowVisible());
     EXPECT_FALSE(tip.ShowTipWindow(OnScreen({10, 10})));
     EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() != FALSE; }));
     EXPECT_EQ(::GetCapture(), tip.m_hWnd);
     EXPECT_FALSE(tip.m_bShowPending);
+    tip.HideTipWindow();
+    ASSERT_TRUE(tip.ShowTipWindow(OnScreen({10, 10}), 0, 0, 20));
+    EXPECT_TRUE(tip.IsWindowVisible());
     EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() == FALSE; }));
 
     ASSERT_TRUE(tip.ShowTipWindow(OnScreen({10, 10}), 0, kLong, UINT_MAX));
@@ -301,10 +304,9 @@ TEST_F(TipWindow, DrawsBordersTextsAndShadow)
     tip.SetTipText(L"Title 标题", L"first\nsecond line");
     tip.SetTipColors(back, ink);
     tip.SetMargins(CSize(6, 6));
-    for (const DWORD style : {DWORD{0}, VGTipDoubleBorder, VGTipShadow | VGTipGradedShadow}) {
+    // Each shadow falls on the host, not on the shadow before, which the screen may still show.
+    for (const DWORD style : {DWORD{0}, VGTipDoubleBorder, VGTipShadow, VGTipShadow | VGTipGradedShadow}) {
         tip.HideTipWindow();
-        host.UpdateWindow();
-        PumpMessages();
         ASSERT_TRUE(tip.ShowTipWindow(OnScreen({40, 50}), style));
         // Painting it again must not darken the shadow again.
         for (int i = 0; i < 2; ++i)
@@ -317,7 +319,7 @@ TEST_F(TipWindow, DrawsBordersTextsAndShadow)
         EXPECT_EQ(shown.Pixel(2, 2), back);
         EXPECT_GT(shown.Count(ink), 20);
         EXPECT_EQ(shown.Count(ink, CRect(0, 0, 7, face.bottom)), 0);
-        if ((style & VGTipShadow) == 0)
+        if ((style & VGTipGradedShadow) == 0)
             continue;
         const COLORREF ground = HostWnd::kBackground;
         EXPECT_EQ(shown.Pixel(face.right + 2, 2), ground);

@@ -57,8 +57,7 @@ CXTTipWindow::~CXTTipWindow()
     DestroyWindow();
 }
 
-// Set-up
-// -----------------------------------------------------------------------------------------------------
+// Preparing -------------------------------------------------------------------------------------------------
 
 BOOL CXTTipWindow::Create(CWnd* parent)
 {
@@ -68,6 +67,7 @@ BOOL CXTTipWindow::Create(CWnd* parent)
     if (!CreateEx(0, AfxRegisterWndClass(kClassStyle), L"", WS_POPUP, 0, 0, 0, 0, owner, nullptr))
         return FALSE;
     m_hParent = owner;
+    HideTipWindow(); // ends what a window before this one has left
     CreateFonts();
     return TRUE;
 }
@@ -151,8 +151,7 @@ void CXTTipWindow::SplitBody()
         m_lines.Add(m_strBody.Mid(start));
 }
 
-// Showing and hiding
-// -----------------------------------------------------------------------------------------
+// Showing and hiding ----------------------------------------------------------------------------------------
 
 BOOL CXTTipWindow::ShowTipWindow(const CPoint& point, DWORD style, UINT delay, UINT duration, BOOL centre)
 {
@@ -202,8 +201,8 @@ void CXTTipWindow::Appear()
     SetCapture();
 }
 
-// A window has a picture of its own, so the shadow would fall on nothing. The screen may still show a tip that
-// was hidden just now; the parent's own picture, where the tip lies over it, does not.
+// A window has a picture of its own, so the shadow would fall on nothing. The screen may still show a tip
+// that was hidden just now; the parent's own picture, where the tip lies over it, does not.
 void CXTTipWindow::KeepPictureBelow(const CRect& window)
 {
     m_below.DeleteObject();
@@ -213,7 +212,8 @@ void CXTTipWindow::KeepPictureBelow(const CRect& window)
         !m_below.Attach(::CreateCompatibleBitmap(screen.Get(), window.Width(), window.Height())))
         return;
     const VSelectScope selected(memory, m_below);
-    ::BitBlt(memory.m_hDC, 0, 0, window.Width(), window.Height(), screen.Get(), window.left, window.top, SRCCOPY);
+    ::BitBlt(memory.m_hDC, 0, 0, window.Width(), window.Height(), screen.Get(), window.left, window.top,
+             SRCCOPY);
 
     const HWND below = ::GetAncestor(m_hParent, GA_ROOT);
     CRect frame;
@@ -221,8 +221,8 @@ void CXTTipWindow::KeepPictureBelow(const CRect& window)
     if (!::GetWindowRect(below, frame) || !common.IntersectRect(frame, window))
         return;
     CWindowDC picture(CWnd::FromHandle(below));
-    memory.BitBlt(common.left - window.left, common.top - window.top, common.Width(), common.Height(), &picture,
-                  common.left - frame.left, common.top - frame.top, SRCCOPY);
+    memory.BitBlt(common.left - window.left, common.top - window.top, common.Width(), common.Height(),
+                  &picture, common.left - frame.left, common.top - frame.top, SRCCOPY);
 }
 
 void CXTTipWindow::HideTipWindow()
@@ -259,8 +259,7 @@ void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
     m_bShowPending = FALSE;
 }
 
-// Geometry
-// ---------------------------------------------------------------------------------------------------
+// Geometry --------------------------------------------------------------------------------------------------
 
 CSize CXTTipWindow::MeasureBody(CDC& dc) const
 {
@@ -323,8 +322,7 @@ CRect CXTTipWindow::GetWorkArea(const CPoint& /*point*/) const
     return monitor.rcWork;
 }
 
-// Drawing
-// ----------------------------------------------------------------------------------------------------
+// Drawing ---------------------------------------------------------------------------------------------------
 
 void CXTTipWindow::OnPaint()
 {
@@ -428,8 +426,7 @@ int CXTTipWindow::CheckValue(int value)
     return std::clamp(value, 0, 255);
 }
 
-// Mouse and focus
-// --------------------------------------------------------------------------------------------
+// Mouse and focus -------------------------------------------------------------------------------------------
 
 void CXTTipWindow::OnMouseMove(UINT /*nFlags*/, CPoint point)
 {

@@ -123,8 +123,7 @@ BEGIN_MESSAGE_MAP(VCheckTreeCtrl, VTreeCtrl)
     ON_COMMAND(VGTreeReverseAll, &VCheckTreeCtrl::ReverseAll)
 END_MESSAGE_MAP()
 
-// Images
-// -----------------------------------------------------------------------------------------------------
+// Images ----------------------------------------------------------------------------------------------------
 
 void VCheckTreeCtrl::PreSubclassWindow()
 {
@@ -168,8 +167,7 @@ void VCheckTreeCtrl::SetUseCheck(bool use)
         ShowCheckImages();
 }
 
-// States
-// -----------------------------------------------------------------------------------------------------
+// States ----------------------------------------------------------------------------------------------------
 
 CTC_CHECKSTAT VCheckTreeCtrl::GetNodeCheckStat(const HTREEITEM& item) const
 {
@@ -282,8 +280,7 @@ bool VCheckTreeCtrl::IsNoneChecked() const
     return AreRoots(CtcUnchecked);
 }
 
-// Mouse
-// ------------------------------------------------------------------------------------------------------
+// Mouse -----------------------------------------------------------------------------------------------------
 
 void VCheckTreeCtrl::OnLButtonDown(UINT nFlags, CPoint point)
 {
@@ -322,8 +319,7 @@ void VCheckTreeCtrl::ToggleByMouse(HTREEITEM item)
 
 void VCheckTreeCtrl::OnContextMenu(CWnd* /*pWnd*/, CPoint /*point*/) {}
 
-// For all trees
-// ----------------------------------------------------------------------------------------------
+// For all trees ---------------------------------------------------------------------------------------------
 
 bool AdjustTreeCtrlCheckState(VCheckTreeCtrl& tree)
 {
