@@ -10,7 +10,6 @@ namespace
 {
 
 constexpr int kLibraryBitmap = 5016;
-constexpr int kFrameworkCursor = 30980;
 
 class ImageButton : public ButtonTest<VButtonST>
 {
