@@ -172,12 +172,3 @@ TEST_F(ButtonExchange, FindsAndSetsByIdRange)
     VGCheckRB(nullptr, 0, 9, 5);
     EXPECT_EQ(VGGetCRB(nullptr, 0, 9), 0);
 }
-
-TEST_F(ButtonExchange, MissingControlThrowsAsTheFrameworks)
-{
-    CDataExchange exchange(&host, TRUE);
-    int value = 5;
-    EXPECT_THROW(VGDDX_Radio(&exchange, 999, value), CNotSupportedException*);
-    EXPECT_THROW(VGDDX_Check(&exchange, 999, value), CNotSupportedException*);
-    EXPECT_EQ(value, 5);
-}

@@ -2,8 +2,6 @@
 
 #include "tests/controls/button_fixture.h"
 
-#include <memory>
-
 using namespace support;
 
 namespace
@@ -262,26 +260,6 @@ TEST_F(Buttons, RadioButtonDrawsCircleAndDot)
     expectLook(ODS_DISABLED, VGM.Common.clrGray, kWhite);
 }
 
-TEST_F(Buttons, CaptionsAreDrawnInTheirColours)
-{
-    // Text needs a surface apart: box, frame and text are counted right of the box.
-    OpenedCheck check;
-    OpenedRadio radio;
-    Subclass(check, BS_AUTOCHECKBOX, L"&Hill");
-    Subclass(radio, BS_AUTORADIOBUTTON, L"&Hill", 502);
-    const CRect right(VGM.Check.nBoxSize + 1, 0, 100, 30);
-    for (CButton* button : {static_cast<CButton*>(&check), static_cast<CButton*>(&radio)}) {
-        const int ink = DrawnItem(*button).Count(VGM.Check.clrText, right);
-        EXPECT_GT(ink, 20);
-        const DibSurface off = DrawnItem(*button, ODS_DISABLED);
-        EXPECT_EQ(off.Count(VGM.Check.clrText, right), 0);
-        EXPECT_GT(off.Count(::GetSysColor(COLOR_BTNSHADOW), right), 10);
-        button->SetWindowText(L"");
-        EXPECT_EQ(DrawnItem(*button).Count(VGM.Check.clrText, right), 0);
-        DrawnItem(*button, ODS_DISABLED);
-    }
-}
-
 TEST_F(Buttons, HotButtonAndLinkShowIt)
 {
     OpenedLink link;
@@ -345,36 +323,4 @@ TEST_F(Buttons, LinksOpenTheirTargets)
     }
     for (const RecordedMessage& message : host.Messages(WM_COMMAND))
         EXPECT_FALSE(message.reachedParent && message.Code() == BN_CLICKED);
-}
-
-// With pictures, menu, tip and background, painted and hovered. tests/dialogs has the larger numbers.
-TEST_F(Buttons, LeaveNothingOfWhatTheyUsed)
-{
-    const auto useOne = [&](std::unique_ptr<CButton> button) {
-        ASSERT_TRUE(button->SubclassWindow(MakeStandard(host, BS_PUSHBUTTON)));
-        if (auto* image = dynamic_cast<VButtonST*>(button.get())) {
-            image->SetIcon(kTestIcon, kTestIcon);
-            image->SetMenu(kTestMenu, host.m_hWnd, FALSE);
-            image->SetBtnCursor(kFrameworkCursor, FALSE);
-            image->SetTooltipText(L"tip", TRUE);
-            image->DrawTransparent(FALSE);
-        }
-        button->UpdateWindow();
-        button->SendMessage(WM_MOUSEMOVE);
-    };
-    const auto useAll = [&] {
-        useOne(std::make_unique<VButtonST>());
-        useOne(std::make_unique<VButton>());
-        useOne(std::make_unique<VFlatButton>());
-        useOne(std::make_unique<VCheckBox>());
-        useOne(std::make_unique<VRadioBtn>());
-        useOne(std::make_unique<VHotTrackBtn>());
-        useOne(std::make_unique<VUrlEmailBtn>());
-        PumpMessages();
-    };
-    useAll();
-    const Census before;
-    for (int i = 0; i < 10; ++i)
-        useAll();
-    before.ExpectUnchanged();
 }

@@ -114,30 +114,6 @@ TEST_F(ImageButton, SettersAnswerTheirCodes)
     EXPECT_EQ(button.SetBitmaps(kNoResource, 0, 0, 0), StResultBadResource);
 }
 
-TEST_F(ImageButton, RepaintsOnlyWhenAsked)
-{
-    Open();
-    const auto dirty = [&] {
-        const BOOL result = button.GetUpdateRect(nullptr);
-        button.ValidateRect(nullptr);
-        return result;
-    };
-    for (const BOOL repaint : {FALSE, TRUE}) {
-        const auto expect = [&](DWORD) { EXPECT_EQ(dirty(), repaint); };
-        expect(button.SetFlat(FALSE, repaint));
-        expect(button.SetAlign(1, repaint));
-        expect(button.SetColor(0, 0, repaint));
-        expect(button.SetDefaultColors(repaint));
-        expect(button.DrawBorder(TRUE, repaint));
-        expect(button.DrawFlatFocus(TRUE, repaint));
-        expect(button.SetBtnCursor(0, repaint));
-        expect(button.SetMenu(0, nullptr, repaint));
-    }
-    button.SetAlign(6, TRUE);
-    button.SetCheck(1, TRUE); // no toggle
-    EXPECT_FALSE(dirty());
-}
-
 TEST_F(ImageButton, IconsAreOwnedAndReplaced)
 {
     HICON in = MakeIcon();
