@@ -1,4 +1,5 @@
 // The page of buttons: pictures, captions, looks and what a click does.
+#include "gallery/hovered_shot.h"
 #include "gallery/pages.h"
 #include "gallery/resource.h"
 
@@ -37,9 +38,9 @@ public:
     void Shoot(ShotWriter& shots)
     {
         shots.Take(*this, L"buttons");
-        ShootHovered(shots, IDC_IMAGE_LEFT, L"buttons-hover-flat");
-        ShootHovered(shots, IDC_SKIN_NORMAL, L"buttons-hover-skinned");
-        ShootHovered(shots, IDC_SKIN_WEB, L"buttons-hover-link");
+        TakeHovered(shots, *this, IDC_IMAGE_LEFT, L"buttons-hover-flat");
+        TakeHovered(shots, *this, IDC_SKIN_NORMAL, L"buttons-hover-skinned");
+        TakeHovered(shots, *this, IDC_SKIN_WEB, L"buttons-hover-link");
     }
 
 protected:
@@ -168,19 +169,6 @@ private:
         dc.Ellipse(place.left - place.Width() / 4, place.bottom - place.Height() / 3,
                    place.right + place.Width() / 3, place.bottom + place.Height());
         dc.RestoreDC(saved);
-    }
-
-    void ShootHovered(ShotWriter& shots, int id, LPCWSTR name)
-    {
-        CRect place;
-        GetDlgItem(id)->GetWindowRect(place);
-        CPoint before;
-        ::GetCursorPos(&before);
-        ::SetCursorPos(place.CenterPoint().x, place.CenterPoint().y);
-        HandlePendingMessages();
-        shots.TakeAsItIs(*this, name);
-        ::SetCursorPos(before.x, before.y);
-        HandlePendingMessages();
     }
 
     VButtonST m_imageLeft, m_imageAbove, m_imageRight, m_imageOnly, m_imageBitmap, m_imageDisabled;

@@ -1,4 +1,5 @@
 // The page of check boxes and radio buttons, in groups of their own and mixed with standard ones.
+#include "gallery/hovered_shot.h"
 #include "gallery/pages.h"
 #include "gallery/resource.h"
 
@@ -68,5 +69,9 @@ GalleryPage ChecksPage()
             [](const PageHost& host) -> std::unique_ptr<PageDlg> {
                 return std::make_unique<ChecksDlg>(&host.window);
             },
-            [](PageDlg& page, const PageHost&, ShotWriter& shots) { shots.Take(page, L"checks"); }};
+            [](PageDlg& page, const PageHost&, ShotWriter& shots) {
+                shots.Take(page, L"checks");
+                TakeHovered(shots, page, IDC_BOX_ONE, L"checks-hover-box");
+                TakeHovered(shots, page, IDC_RADIO_TWO, L"checks-hover-radio");
+            }};
 }

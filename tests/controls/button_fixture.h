@@ -25,6 +25,7 @@ inline constexpr int kTestString = 5103;
 inline constexpr UINT kFirstCommand = 5104;
 inline constexpr UINT kSecondCommand = 5105;
 inline constexpr int kNoResource = 5199;
+inline constexpr int kFrameworkCursor = 30980;
 
 // A button with its inside open.
 template <class Button>

@@ -10,7 +10,6 @@ namespace
 {
 
 constexpr int kLibraryBitmap = 5016;
-constexpr int kFrameworkCursor = 30980;
 
 class ImageButton : public ButtonTest<VButtonST>
 {
@@ -113,30 +112,6 @@ TEST_F(ImageButton, SettersAnswerTheirCodes)
     EXPECT_EQ(button.SetBtnCursor(kNoResource, TRUE), StResultBadResource);
     EXPECT_EQ(button.SetIcon(kNoResource, 0), StResultBadResource);
     EXPECT_EQ(button.SetBitmaps(kNoResource, 0, 0, 0), StResultBadResource);
-}
-
-TEST_F(ImageButton, RepaintsOnlyWhenAsked)
-{
-    Open();
-    const auto dirty = [&] {
-        const BOOL result = button.GetUpdateRect(nullptr);
-        button.ValidateRect(nullptr);
-        return result;
-    };
-    for (const BOOL repaint : {FALSE, TRUE}) {
-        const auto expect = [&](DWORD) { EXPECT_EQ(dirty(), repaint); };
-        expect(button.SetFlat(FALSE, repaint));
-        expect(button.SetAlign(1, repaint));
-        expect(button.SetColor(0, 0, repaint));
-        expect(button.SetDefaultColors(repaint));
-        expect(button.DrawBorder(TRUE, repaint));
-        expect(button.DrawFlatFocus(TRUE, repaint));
-        expect(button.SetBtnCursor(0, repaint));
-        expect(button.SetMenu(0, nullptr, repaint));
-    }
-    button.SetAlign(6, TRUE);
-    button.SetCheck(1, TRUE); // no toggle
-    EXPECT_FALSE(dirty());
 }
 
 TEST_F(ImageButton, IconsAreOwnedAndReplaced)

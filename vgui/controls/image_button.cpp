@@ -320,10 +320,11 @@ void VButtonST::SetTooltipText(LPCWSTR lpszText, BOOL bActivate)
 {
     if (lpszText == nullptr || m_hWnd == nullptr)
         return;
-    if (VSkinHost* host = VSkinHost::Of(this))
-        host->AddToolTips(this, lpszText);
-    else
+    VSkinHost* const host = VSkinHost::Of(this);
+    if (host == nullptr)
         SetControlTip(toolTip, *this, lpszText, bActivate);
+    else if (host->AddToolTips(this, lpszText))
+        Repaint(TRUE); // in the colour of captions with a tip
 }
 
 void VButtonST::SetTooltipText(int nText, BOOL bActivate)

@@ -18,8 +18,8 @@ inline constexpr DWORD StResultBadAlign = 4;   // no such alignment
 // flat until the mouse is over it, toggle, drop down a menu, open a link, and show a cursor and a tooltip of
 // its own. Attach it to a dialog's button with SubclassDlgItem, or call Create.
 //
-// A button whose style has the bit BS_AUTOCHECKBOX & ~1 (2) set when it is subclassed becomes a toggle: check
-// boxes, but group boxes and owner-drawn buttons as well. A default push button becomes the dialog's default.
+// A button becomes a toggle when its style has bit 1 (value 2) set on being subclassed: that of check boxes,
+// but of group boxes and owner-drawn buttons as well. A default push button becomes the dialog's default.
 //
 // bRepaint: non-zero invalidates the whole button. Coordinates are the button's client coordinates, in
 // pixels. All setters may be called before the button has a window, unless said.

@@ -137,7 +137,6 @@ void VButtonST::DrawCaption(CDC& dc, const CString& text, CRect caption)
     const CRect area = caption;
     dc.DrawText(text, caption, kCaptionFormat | DT_CALCRECT);
     caption.OffsetRect(CaptionOffset(area.Size(), caption.Size()));
-    dc.SetBkMode(TRANSPARENT);
     if (disabled) {
         caption.OffsetRect(1, 1);
         dc.SetTextColor(::GetSysColor(COLOR_3DHILIGHT));
