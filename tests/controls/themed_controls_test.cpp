@@ -260,6 +260,11 @@ TEST_F(ThemedControls, GroupLeavesItsControlsAndTheInsideAlone)
         EXPECT_EQ(shown.Pixel(kPlace.CenterPoint() + CSize(40, 0)), kInside);
         EXPECT_EQ(shown.Pixel(kPlace.right - 4, kPlace.top + 10) == kInside, !title);
     }
+    group.MoveWindow(kPlace.left, kPlace.top, kPlace.Width() + 40, kPlace.Height() + 40);
+    PumpMessages();
+    const DibSurface grown = CaptureClient(host.m_hWnd);
+    EXPECT_EQ(grown.Count(VGM.Group.clrLine, CRect(25, 80, 215, 155)), 0) << "the former frame is left";
+    EXPECT_EQ(grown.Count(kWhite, CRect(30, 18, 90, 60)), 60 * 42);
 }
 
 TEST_F(ThemedControls, GroupCaptionFitsTheBox)
