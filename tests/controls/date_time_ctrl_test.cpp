@@ -108,10 +108,11 @@ TEST_F(DateTimeCtrl, OpensTheCalendarAndTakesKeys)
     Create();
     Click(ButtonOf(date));
     EXPECT_EQ(host.CountNotify(kId, DTN_DROPDOWN), 1);
-    date.CloseMonthCal();
-    EXPECT_TRUE(PumpUntil([&] { return host.CountNotify(kId, DTN_CLOSEUP) == 1; }));
-    date.SetFocus();
-    host.Clear();
+    const auto calendar = reinterpret_cast<HWND>(date.SendMessage(DTM_GETMONTHCAL));
+    EXPECT_TRUE(::IsWindowVisible(calendar));
+    Click(ButtonOf(date));
+    EXPECT_TRUE(PumpUntil([&] { return !::IsWindowVisible(calendar); }));
+    Click(ClientToScreen(date.m_hWnd, {8, 8})); // selects the first field
     Key(VK_UP);
     EXPECT_GE(host.CountNotify(kId, DTN_DATETIMECHANGE), 1);
     CTime now;
@@ -125,7 +126,7 @@ TEST_F(DateTimeCtrl, ArrowsAreTheLibrarysOwn)
     ASSERT_NE(date.m_spin.m_hWnd, nullptr);
     EXPECT_EQ(::GetParent(date.m_spin.m_hWnd), date.m_hWnd);
     EXPECT_GT(CaptureClient(date.m_spin.m_hWnd).Count(VGM.Combo.clrBtnBorder), 20);
-    date.SetFocus();
+    Click(ClientToScreen(date.m_hWnd, {8, 8})); // selects the hours
     const CPoint up = CenterOf(date.m_spin.m_hWnd) - CSize(0, 4);
     Click(up);
     CTime now;

@@ -1,27 +1,10 @@
-#include "vgui/controls/themed_controls.h"
-
-#include "tests/controls/skinned_host.h"
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/recorder.h"
-#include "vgui/foundation/draw_helpers.h"
-#include "vgui/foundation/gui_manager.h"
-
-#include <memory>
-#include <random>
-#include <vector>
+#include "tests/controls/themed_fixture.h"
 
 using namespace support;
+using namespace themed;
 
 namespace
 {
-
-constexpr UINT kId = 500;
-constexpr UINT kOtherId = 501;
-const CRect kPlace(20, 20, 180, 120);
-constexpr DWORD kChild = WS_CHILD | WS_VISIBLE;
-constexpr COLORREF kWhite = RGB(255, 255, 255);
 
 class OpenListBox : public VListBox
 {
@@ -30,114 +13,9 @@ public:
     using VListBox::m_pToolTip;
 };
 
-class OpenComboBox : public VComboBox
+class ThemedControls : public Fixture
 {
-public:
-    using VComboBox::m_bHover;
-    using VComboBox::m_rcFace;
-    using VComboBox::m_toolTip;
 };
-
-class ThemedControls : public CensusTest
-{
-protected:
-    void SetUp() override { ASSERT_TRUE(host.Open()); }
-
-    void CreateList(VListBox& list, DWORD style = 0)
-    {
-        ASSERT_TRUE(list.CreateEx(WS_EX_CLIENTEDGE, L"LISTBOX", L"", kChild | style | LBS_NOINTEGRALHEIGHT,
-                                  kPlace, &host, kId));
-        PumpMessages();
-    }
-    void CreateCombo(VComboBox& combo, DWORD style = CBS_DROPDOWN)
-    {
-        ASSERT_TRUE(combo.Create(kChild | WS_VSCROLL | CBS_AUTOHSCROLL | style, kPlace, &host, kId));
-        PumpMessages();
-    }
-
-    HostWnd host;
-};
-
-std::vector<CString> Items(const CComboBox& combo)
-{
-    std::vector<CString> items(combo.GetCount());
-    for (int i = 0; i < combo.GetCount(); ++i)
-        combo.GetLBText(i, items[i]);
-    return items;
-}
-
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
-}
-
-// The colour of a pixel in the outer two rings of a frame; those further in may have any.
-COLORREF RingColor(const CRect& frame, int x, int y, COLORREF outer, COLORREF innerTopLeft,
-                   COLORREF innerBottomRight)
-{
-    if (x == frame.left || y == frame.top || x == frame.right - 1 || y == frame.bottom - 1)
-        return outer;
-    if (x == frame.right - 2 || y == frame.bottom - 2)
-        return innerBottomRight;
-    return x == frame.left + 1 || y == frame.top + 1 ? innerTopLeft : kAnyColor;
-}
-
-void ExpectFrame(const CWnd& control, COLORREF outer, COLORREF innerTopLeft, COLORREF innerBottomRight)
-{
-    PumpMessages();
-    const DibSurface shown = CaptureWindow(control.m_hWnd);
-    ExpectPixels(shown, [&](int x, int y) {
-        return RingColor(shown.Bounds(), x, y, outer, innerTopLeft, innerBottomRight);
-    });
-}
-
-void ExpectEnabledFrame(const CWnd& control, COLORREF color)
-{
-    ExpectFrame(control, color, kWhite, VGFadeColor(color, VGM.Common.nCtrlFrameFade));
-}
-
-void ExpectDisabledFrame(const CWnd& control, COLORREF background)
-{
-    ExpectFrame(control, VGM.Common.clrGray, background, background);
-}
-
-// What a combo box of this size shows in its frame and on its button strip.
-DibSurface ComboModel(CSize size, bool hot, COLORREF arrow)
-{
-    DibSurface model(size.cx, size.cy, kAnyColor & 0xFFFFFF);
-    CDC& dc = model.DC();
-    const int scrollWidth = ::GetSystemMetrics(SM_CXVSCROLL);
-    const CRect client = model.Bounds();
-    dc.FillSolidRect(client.right - 2 - scrollWidth, 1, scrollWidth + 1, client.bottom - 2, kWhite);
-    dc.Draw3dRect(client, VGM.Combo.clrFrame, VGM.Combo.clrFrame);
-    dc.Draw3dRect(1, 1, client.right - 2, client.bottom - 2, kWhite, VGFadeColor(VGM.Combo.clrFrame, 128));
-    const int width = std::min(VGM.Combo.nBtnWidth, scrollWidth);
-    const CRect face(client.right - 2 - width, 2, client.right - 2, client.bottom - 2);
-    CRect inner = face;
-    inner.DeflateRect(1, 1);
-    VGGradientFillRect(&dc, inner, hot ? VGM.Combo.clrBtnTo : VGM.Combo.clrBtnFrom,
-                       hot ? VGM.Combo.clrBtnFrom : VGM.Combo.clrBtnTo, 0);
-    dc.Draw3dRect(face, VGM.Combo.clrBtnBorder, VGM.Combo.clrBtnBorder);
-    const int middle = inner.left + inner.Width() / 2;
-    const int bottom = inner.bottom + 2 - inner.Height() / 2;
-    for (int row = 0; row < 3; ++row)
-        dc.FillSolidRect(middle - 2 + row, bottom - 3 + row, 6 - 2 * row, 1, arrow);
-    return model;
-}
-
-void ExpectComboFace(const CWnd& combo, bool hot, COLORREF arrow)
-{
-    PumpMessages();
-    const DibSurface shown = CaptureClient(combo.m_hWnd);
-    const DibSurface model = ComboModel(shown.Bounds().Size(), hot, arrow);
-    const int strip = shown.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2;
-    ExpectPixels(shown, [&](int x, int y) {
-        const bool ring = x < 2 || y < 2 || x >= shown.Width() - 2 || y >= shown.Height() - 2;
-        return ring || x >= strip ? model.Pixel(x, y) : kAnyColor;
-    });
-}
 
 } // namespace
 
@@ -325,167 +203,6 @@ TEST_F(ThemedControls, ListWithoutASkinnedParentHasNoTips)
     EXPECT_EQ(list.m_pToolTip, nullptr);
 }
 
-TEST_F(ThemedControls, HistoryIsLoaded)
-{
-    VComboBox combo;
-    CreateCombo(combo);
-    const struct {
-        LPCWSTR history;
-        std::vector<CString> items;
-        int selected;
-    } cases[] = {
-        {L"b|a;b;c", {L"a", L"b", L"c"}, 1},
-        {L"b|a;;b;", {L"a", L"b"}, 1},
-        {L"A|ab;abc", {L"ab", L"abc"}, 1}, // case-insensitive prefix, the first item last
-        {L"ab|ab;x", {L"ab", L"x"}, 0},
-        {L"none|a;b", {L"a", L"b"}, -1},
-        {L"x|a|b;x", {L"a|b", L"x"}, 1},
-        {L"|;;;", {}, -1},
-        {L"|", {}, -1},
-    };
-    for (const auto& c : cases) {
-        EXPECT_TRUE(combo.LoadHistory(c.history)) << c.history;
-        EXPECT_EQ(Items(combo), c.items) << c.history;
-        EXPECT_EQ(combo.GetCurSel(), c.selected) << c.history;
-    }
-    combo.LoadHistory(L"b|a;b");
-    EXPECT_FALSE(combo.LoadHistory(L"a;b;c"));
-    EXPECT_FALSE(combo.LoadHistory(CString()));
-    EXPECT_EQ(Items(combo), (std::vector<CString>{L"a", L"b"}));
-    EXPECT_EQ(combo.GetCurSel(), 1);
-}
-
-TEST_F(ThemedControls, HistoryIsSaved)
-{
-    VComboBox combo;
-    CreateCombo(combo);
-    EXPECT_EQ(combo.SaveHistory(), L"|");
-    combo.SetWindowText(L"typed;");
-    EXPECT_EQ(combo.SaveHistory(), L"typed;|");
-    combo.AddString(L"a");
-    combo.AddString(nullptr);
-    combo.AddString(L"b");
-    combo.AddString(L"");
-    EXPECT_EQ(combo.SaveHistory(), L"typed;|a;;b");
-    combo.SetCurSel(2);
-    EXPECT_EQ(combo.SaveHistory(), L"b|a;;b");
-    combo.SetCurSel(1);
-    combo.SetWindowText(L"typed");
-    EXPECT_EQ(combo.SaveHistory(), L"typed|a;;b");
-}
-
-TEST_F(ThemedControls, HistorySurvivesARoundTrip)
-{
-    VComboBox combo;
-    CreateCombo(combo, CBS_DROPDOWNLIST);
-    std::mt19937 random(20240517);
-    const auto upTo = [&](int limit) { return std::uniform_int_distribution<int>(0, limit)(random); };
-    for (int round = 0; round < 60; ++round) {
-        combo.ResetContent();
-        std::vector<CString> items(upTo(12));
-        for (size_t i = 0; i < items.size(); ++i) {
-            items[i].Format(L"%c%d", wchar_t(L'甲' + upTo(40)), static_cast<int>(i) + 10); // no one's prefix
-            for (int extra = upTo(30); extra > 0; --extra)
-                items[i] += L"a |%&\t"[upTo(5)];
-            combo.AddString(items[i]);
-        }
-        const int selected = items.empty() ? -1 : upTo(static_cast<int>(items.size()) - 1);
-        combo.SetCurSel(selected);
-        CString history = combo.SaveHistory();
-        CString current;
-        if (selected >= 0)
-            combo.GetLBText(selected, current);
-        const bool textIsWhole = current.Find(L'|') < 0;
-        combo.ResetContent();
-        if (!textIsWhole)
-            continue; // such a text ends at its own bar
-        ASSERT_TRUE(combo.LoadHistory(history));
-        ASSERT_EQ(Items(combo), items) << history.GetString();
-        ASSERT_EQ(combo.GetCurSel(), selected) << history.GetString();
-        ASSERT_EQ(combo.SaveHistory(), history);
-    }
-}
-
-TEST_F(ThemedControls, SetWindowTextExSelectsOrAdds)
-{
-    VComboBox combo;
-    CreateCombo(combo);
-    const struct {
-        LPCWSTR text;
-        bool selectFirst;
-        int result;
-        int count;
-    } cases[] = {{nullptr, true, -1, 0}, {L"", false, -1, 0}, {L"abc", false, 0, 1},   {L"ab", true, 1, 2},
-                 {L"ABC", true, 0, 2},   {L"", false, -1, 2}, {nullptr, false, -1, 2}, {nullptr, true, 0, 2}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(combo.SetWindowTextEx(c.text, c.selectFirst), c.result);
-        EXPECT_EQ(combo.GetCount(), c.count);
-    }
-    EXPECT_EQ(TextOf(combo), L"abc");
-}
-
-TEST_F(ThemedControls, ComboFaceIsDrawnAndTurnsUnderTheMouse)
-{
-    for (const DWORD style : {DWORD{CBS_DROPDOWN}, DWORD{CBS_DROPDOWNLIST}}) {
-        OpenComboBox combo;
-        CreateCombo(combo, style);
-        ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
-        const CPoint button = ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint());
-        MoveTo(button);
-        EXPECT_EQ(combo.m_bHover, 1);
-        ExpectComboFace(combo, true, VGM.Combo.clrGlyph);
-        MoveTo(ClientToScreen(combo.m_hWnd, {combo.m_rcFace.left - 1, combo.m_rcFace.top + 3}));
-        EXPECT_EQ(combo.m_bHover, 0);
-        ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
-        MoveTo(button);
-        MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
-        EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
-        combo.EnableWindow(FALSE);
-        ExpectDisabledFrame(combo, ::GetSysColor(COLOR_BTNFACE));
-        EXPECT_EQ(ClientPixel(combo.m_hWnd, combo.m_rcFace.TopLeft()), ::GetSysColor(COLOR_BTNFACE));
-    }
-}
-
-TEST_F(ThemedControls, ComboDropsDownByMouseAndKeys)
-{
-    OpenComboBox combo;
-    CreateCombo(combo, CBS_DROPDOWNLIST);
-    combo.AddString(L"a");
-    combo.AddString(L"b");
-    combo.SetFocus();
-    PumpMessages();
-    Click(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
-    EXPECT_TRUE(combo.GetDroppedState());
-    Key(VK_DOWN);
-    Key(VK_DOWN);
-    Key(VK_RETURN);
-    EXPECT_FALSE(combo.GetDroppedState());
-    EXPECT_EQ(combo.GetCurSel(), 1);
-    MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
-    EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
-    ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
-}
-
-TEST_F(ThemedControls, ComboKeepsATipOfItsOwn)
-{
-    OpenComboBox combo;
-    CreateCombo(combo);
-    combo.ActivateTooltip(TRUE); // none yet
-    combo.InitToolTip();
-    EXPECT_EQ(combo.m_toolTip.GetMaxTipWidth(), 400);
-    combo.SetTooltipText(L"first", TRUE);
-    combo.SetTooltipText(L"second", TRUE);
-    combo.SetTooltipText(0x7FFF, TRUE); // no such string
-    EXPECT_EQ(combo.m_toolTip.GetToolCount(), 1);
-    CString text;
-    combo.m_toolTip.GetText(text, &combo);
-    EXPECT_EQ(text, L"second");
-    MoveTo(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
-    EXPECT_TRUE(PumpUntil([&] { return combo.m_toolTip.IsWindowVisible() != FALSE; }));
-    combo.ActivateTooltip(FALSE);
-    EXPECT_FALSE(combo.m_toolTip.IsWindowVisible());
-}
-
 TEST_F(ThemedControls, DialogReplacesItsControlsAndMarksTheTippedCombo)
 {
     SkinnedHost dlg;
@@ -502,6 +219,7 @@ TEST_F(ThemedControls, DialogReplacesItsControlsAndMarksTheTippedCombo)
 
     VComboBox& combo = *static_cast<VComboBox*>(dlg.GetDlgItem(12));
     ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
+    combo.SetTooltipText(L"former", TRUE);
     combo.SetTooltipText(L"tip", TRUE);
     CString text;
     dlg.GetToolTipCtrl().GetText(text, &combo);
@@ -542,6 +260,11 @@ TEST_F(ThemedControls, GroupLeavesItsControlsAndTheInsideAlone)
         EXPECT_EQ(shown.Pixel(kPlace.CenterPoint() + CSize(40, 0)), kInside);
         EXPECT_EQ(shown.Pixel(kPlace.right - 4, kPlace.top + 10) == kInside, !title);
     }
+    group.MoveWindow(kPlace.left, kPlace.top, kPlace.Width() + 40, kPlace.Height() + 40);
+    PumpMessages();
+    const DibSurface grown = CaptureClient(host.m_hWnd);
+    EXPECT_EQ(grown.Count(VGM.Group.clrLine, CRect(25, 80, 215, 155)), 0) << "the former frame is left";
+    EXPECT_EQ(grown.Count(kWhite, CRect(30, 18, 90, 60)), 60 * 42);
 }
 
 TEST_F(ThemedControls, GroupCaptionFitsTheBox)
@@ -588,7 +311,8 @@ TEST_F(ThemedControls, ManyLeaveNothingBehind)
         ASSERT_TRUE(items.Create(kChild, kPlace, &host, kId));
         VComboBox combo;
         ASSERT_TRUE(combo.Create(kChild | CBS_DROPDOWN, kPlace, &host, kId));
-        combo.SetTooltipText(L"tip", TRUE);
+        if (i % 20 == 0)
+            combo.SetTooltipText(L"tip", TRUE);
         VGroup group;
         ASSERT_TRUE(group.Create(L"group", kChild | BS_GROUPBOX, kPlace, &host, kId));
         group.SetUseTitle(i % 2);

@@ -43,7 +43,7 @@ void VDateTimeCtrl::OnStyleChanged(int nStyleType, LPSTYLESTRUCT lpStyleStruct)
 void VDateTimeCtrl::AttachArrows()
 {
     const HWND arrows = ::FindWindowExW(m_hWnd, nullptr, UPDOWN_CLASSW, nullptr);
-    if (arrows != nullptr && m_spin.m_hWnd == nullptr)
+    if (arrows != nullptr && CWnd::FromHandlePermanent(arrows) == nullptr)
         m_spin.SubclassWindow(arrows);
 }
 
@@ -123,15 +123,15 @@ void VDateTimeCtrl::SetHover(bool hover)
         return;
     m_bHover = hover;
     Invalidate(FALSE);
+    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
+    if (hover)
+        ::TrackMouseEvent(&track);
 }
 
 void VDateTimeCtrl::OnMouseMove(UINT nFlags, CPoint point)
 {
     CDateTimeCtrl::OnMouseMove(nFlags, point);
     SetHover(HasButton() && ComboFaceRect(GetFrameRect()).PtInRect(point));
-    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
-    if (m_bHover)
-        ::TrackMouseEvent(&track);
 }
 
 void VDateTimeCtrl::OnMouseLeave()

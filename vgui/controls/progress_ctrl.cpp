@@ -171,7 +171,8 @@ void VProgressCtrl::DrawBar(CDC& dc, const CRect& client)
     CRect track = client;
     track.DeflateRect(kMargin, kMargin);
     const bool vertical = (GetStyle() & PBS_VERTICAL) != 0;
-    const Span span = GetSpan(TrackLength(*this));
+    const int length = TrackLength(*this);
+    const Span span = GetSpan(length);
     const BarColors colors = GetBarColors(*this);
     const auto fill = [&](int from, int to) {
         VGGradientFillRect(&dc, SpanRect(track, vertical, from, to), colors.from, colors.to, vertical);
@@ -182,7 +183,6 @@ void VProgressCtrl::DrawBar(CDC& dc, const CRect& client)
     }
     // Blocks stand still; a bar that ends inside of one shows the whole block. A marquee's are cut.
     const int step = std::max(VGM.Progress.nStep, kBlockGap + 1);
-    const int length = TrackLength(*this);
     for (int block = span.from / step * step; block < span.to; block += step) {
         const int end = std::min(block + step - kBlockGap, length);
         fill(m_bMarquee ? std::max(block, span.from) : block, m_bMarquee ? std::min(end, span.to) : end);

@@ -13,11 +13,6 @@ constexpr wchar_t kItemEnd = L';';
 // The arrow of a control whose text colour the dialog sets is marked by this colour.
 constexpr COLORREF kMarkedArrow = RGB(255, 0, 0);
 
-const wchar_t* OrEmpty(const wchar_t* text)
-{
-    return text != nullptr ? text : L"";
-}
-
 } // namespace
 
 IMPLEMENT_DYNAMIC(VComboBox, CComboBox)
@@ -31,12 +26,12 @@ END_MESSAGE_MAP()
 
 int VComboBox::AddString(const wchar_t* text)
 {
-    return CComboBox::AddString(OrEmpty(text));
+    return CComboBox::AddString(CString(text));
 }
 
 int VComboBox::SelectStringExact(int start, const wchar_t* text)
 {
-    const int found = FindStringExact(start >= 0 && start < GetCount() ? start : -1, OrEmpty(text));
+    const int found = FindStringExact(start >= 0 && start < GetCount() ? start : -1, CString(text));
     return found >= 0 ? SetCurSel(found) : -1;
 }
 
@@ -99,10 +94,15 @@ void VComboBox::InitToolTip()
 
 void VComboBox::SetTooltipText(const wchar_t* text, int activate)
 {
-    if (VSkinHost* const host = VSkinHost::Of(this))
-        host->AddToolTips(this, text);
-    else
-        SetControlTip(m_toolTip, *this, OrEmpty(text), activate);
+    VSkinHost* const host = VSkinHost::Of(this);
+    if (host == nullptr) {
+        SetControlTip(m_toolTip, *this, CString(text), activate);
+        return;
+    }
+    // The dialog only adds: an earlier text would stay and be shown.
+    if (::IsWindow(host->GetToolTipCtrl().m_hWnd))
+        host->GetToolTipCtrl().DelTool(this);
+    host->AddToolTips(this, text);
 }
 
 void VComboBox::SetTooltipText(int stringId, int activate)
@@ -167,15 +167,15 @@ void VComboBox::SetHover(bool hover)
         return;
     m_bHover = hover;
     Invalidate();
+    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
+    if (hover)
+        ::TrackMouseEvent(&track);
 }
 
 void VComboBox::OnMouseMove(UINT nFlags, CPoint point)
 {
     CComboBox::OnMouseMove(nFlags, point);
     SetHover(m_rcFace.PtInRect(point) != FALSE);
-    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
-    if (m_bHover)
-        ::TrackMouseEvent(&track);
 }
 
 void VComboBox::OnMouseLeave()

@@ -65,10 +65,33 @@ CRect CaptionRect(const CRect& client, CSize size, UINT alignment)
     return {room.left + left, room.top, room.left + left + size.cx, room.bottom};
 }
 
+// A frame with round corners that leaves out a gap.
+void DrawRoundFrame(CDC& dc, const CRect& frame, const CRect& gap)
+{
+    const int saved = dc.SaveDC();
+    dc.ExcludeClipRect(gap);
+    dc.SelectObject(&VGM.Group.penLine);
+    dc.SelectStockObject(NULL_BRUSH);
+    dc.RoundRect(frame, CPoint(kCorner, kCorner));
+    dc.RestoreDC(saved);
+}
+
+// Whether a message may have changed what is to be seen of a box.
 bool ChangesLook(UINT message, LPARAM lParam)
 {
-    return message == WM_SETTEXT || message == WM_ENABLE || message == WM_UPDATEUISTATE ||
-           message == BM_SETSTYLE || (message == WM_SETFONT && lParam != 0);
+    switch (message) {
+    case WM_SIZE: // the lines of the former size are inside or outside now
+    case WM_MOVE:
+    case WM_SETTEXT:
+    case WM_ENABLE:
+    case WM_UPDATEUISTATE:
+    case BM_SETSTYLE:
+        return true;
+    case WM_SETFONT:
+        return lParam != 0;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -180,28 +203,20 @@ void VGroup::DrawNormalStyle(CDC* pDC)
 {
     const CRect client = ClientRect(*this);
     const CString caption = TextOf(*this);
+    if (caption.IsEmpty()) {
+        DrawRoundFrame(*pDC, client, CRect(0, 0, 0, 0));
+        return;
+    }
+    CRect size(0, 0, 0, 0);
+    ::DrawText(pDC->m_hDC, caption, -1, size, DT_SINGLELINE | DT_CALCRECT);
+    size.right += kOverhang;
+    const CRect place = CaptionRect(client, size.Size(), Alignment(GetStyle()));
     CRect frame = client;
-    CRect place(0, 0, 0, 0);
-    if (!caption.IsEmpty()) {
-        CRect size(0, 0, 0, 0);
-        ::DrawText(pDC->m_hDC, caption, -1, size, DT_SINGLELINE | DT_CALCRECT);
-        size.right += kOverhang;
-        place = CaptionRect(client, size.Size(), Alignment(GetStyle()));
-        frame.top += place.Height() / 2;
-    }
-    {
-        const VSelectScope pen(*pDC, VGM.Group.penLine);
-        const VSelectScope brush(pDC->m_hDC, ::GetStockObject(NULL_BRUSH));
-        const int saved = pDC->SaveDC();
-        CRect gap = place;
-        gap.InflateRect(kCaptionGap, 0);
-        if (!caption.IsEmpty())
-            pDC->ExcludeClipRect(gap);
-        pDC->RoundRect(frame, CPoint(kCorner, kCorner));
-        pDC->RestoreDC(saved);
-    }
-    if (!caption.IsEmpty())
-        DrawCaption(*pDC, caption, place, VGGetParentBkColor(this));
+    frame.top += place.Height() / 2;
+    CRect gap = place;
+    gap.InflateRect(kCaptionGap, 0);
+    DrawRoundFrame(*pDC, frame, gap);
+    DrawCaption(*pDC, caption, place, VGGetParentBkColor(this));
 }
 
 void VGroup::DrawTitleStyle(CDC* pDC)

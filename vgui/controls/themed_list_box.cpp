@@ -6,11 +6,6 @@
 namespace
 {
 
-const wchar_t* OrEmpty(const wchar_t* text)
-{
-    return text != nullptr ? text : L"";
-}
-
 // Item data as it is stored for a long, whose sign is kept.
 DWORD_PTR ToItemData(long data)
 {
@@ -70,12 +65,12 @@ int VListBox::AddWithData(int index, DWORD_PTR data)
 
 int VListBox::AddItem(const wchar_t* text, long data)
 {
-    return AddWithData(AddString(OrEmpty(text)), ToItemData(data));
+    return AddWithData(AddString(CString(text)), ToItemData(data));
 }
 
 int VListBox::InsertItem(int index, const wchar_t* text, ULONG_PTR data)
 {
-    return AddWithData(InsertString(index, OrEmpty(text)), data);
+    return AddWithData(InsertString(index, CString(text)), data);
 }
 
 void VListBox::GetItem(int index, CString& text) const
@@ -100,7 +95,7 @@ void VListBox::SetText(int index, const wchar_t* text)
     const ItemState state(*this, index);
     const DWORD_PTR data = GetItemData(index);
     // The new item comes first, so that nothing is lost when there is no memory for it.
-    if (InsertString(index, OrEmpty(text)) != index)
+    if (InsertString(index, CString(text)) != index)
         return;
     SetItemData(index, data);
     // Without data the old item goes silently: the owner must not free what the new one has.
@@ -111,7 +106,7 @@ void VListBox::SetText(int index, const wchar_t* text)
 
 int VListBox::SelectStringExact(int start, const wchar_t* text)
 {
-    const int found = FindStringExact(start >= 0 && start < GetCount() ? start : -1, OrEmpty(text));
+    const int found = FindStringExact(start >= 0 && start < GetCount() ? start : -1, CString(text));
     return found >= 0 ? SetCurSel(found) : -1;
 }
 

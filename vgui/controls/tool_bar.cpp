@@ -6,11 +6,6 @@ namespace
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
                          CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN;
 
-CString OrEmpty(const wchar_t* text)
-{
-    return text != nullptr ? CString(text) : CString();
-}
-
 } // namespace
 
 IMPLEMENT_DYNAMIC(VToolBar, CToolBarCtrl)
@@ -82,7 +77,7 @@ BOOL VToolBar::SetButton(int nIndex, UINT nCommand, int nImage, BYTE fsStyle, co
     button.fsState = replaces ? former.fsState : TBSTATE_ENABLED;
     button.fsStyle = fsStyle;
     // No string has the index -1.
-    const CString label = separator ? CString() : OrEmpty(text);
+    const CString label = separator ? CString() : CString(text);
     button.iString = label.IsEmpty() ? -1 : reinterpret_cast<INT_PTR>(label.GetString());
     if (!InsertButton(nIndex, &button))
         return FALSE;
@@ -91,7 +86,7 @@ BOOL VToolBar::SetButton(int nIndex, UINT nCommand, int nImage, BYTE fsStyle, co
         m_tips.erase(former.idCommand);
     }
     if (!separator)
-        m_tips[nCommand] = OrEmpty(tip);
+        m_tips[nCommand] = tip;
     Reposition();
     return TRUE;
 }
