@@ -318,7 +318,7 @@ void VRadioBtn::UnCheckOthers()
     CWnd* parent = GetParent();
     if (parent == nullptr)
         return;
-    RadioPlace place = PlaceInGroup(m_hWnd);
+    RadioPlace place = PlaceInGroup(m_hWnd); // the exchange takes the index by reference
     CDataExchange load(parent, FALSE);
     VGDDX_Radio(&load, ::GetDlgCtrlID(place.first), place.index);
 }
