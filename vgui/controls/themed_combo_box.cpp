@@ -38,12 +38,13 @@ int VComboBox::SelectStringExact(int start, const wchar_t* text)
 int VComboBox::SetWindowTextEx(const wchar_t* text, bool selectFirst)
 {
     const CString wanted(text);
-    const int found = FindStringExact(-1, wanted);
-    if (found >= 0)
-        return SetCurSel(found);
-    if (!wanted.IsEmpty())
-        return SetCurSel(AddString(wanted));
-    return selectFirst ? SetCurSel(0) : -1;
+    int index = FindStringExact(-1, wanted);
+    if (index < 0 && !wanted.IsEmpty())
+        index = AddString(wanted);
+    else if (index < 0 && selectFirst)
+        index = 0;
+    // Selecting -1 would take away the selection.
+    return index >= 0 ? SetCurSel(index) : -1;
 }
 
 bool VComboBox::LoadHistory(const CString& history)
