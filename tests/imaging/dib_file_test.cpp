@@ -249,7 +249,7 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
         ASSERT_TRUE(dibs[0].Load(L"MAGICK_4", L"BMPFILE"));
         ASSERT_TRUE(dibs[1].Load(L"NETPBM_24", L"BMPFILE"));
         for (const CDib& dib : dibs) {
-            archive.WriteObject(&dib);
+            archive << &dib;
             archive << kBehind;
         }
         CDib().Serialize(archive); // nothing
@@ -261,8 +261,10 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
     archive >> before;
     EXPECT_EQ(before, L"before");
     for (const Picture picture : {Picture::Sixteen, Picture::Many}) {
-        const std::unique_ptr<CObject> object(archive.ReadObject(RUNTIME_CLASS(CDib)));
-        EXPECT_TRUE(samples::Shows(static_cast<CDib&>(*object).GetBitmap(), picture));
+        CDib* dib = nullptr;
+        archive >> dib;
+        const std::unique_ptr<CDib> owner(dib);
+        EXPECT_TRUE(samples::Shows(dib->GetBitmap(), picture));
         DWORD behind = 0;
         archive >> behind;
         EXPECT_EQ(behind, kBehind);
@@ -311,6 +313,11 @@ TEST_F(DibFileGdiPlusTest, OtherFormatsGoIntoTheBitmapOnly)
         ASSERT_TRUE(m_dib.Load(name));
         EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     }
+    // What is transparent becomes black.
+    SaveBytes(name, samples::ResourceBytes(L"MAGICK_HOLE", LPCWSTR{RT_RCDATA}));
+    ASSERT_TRUE(m_dib.Load(name));
+    EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 0, 6), 0U);
+    EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 1, 6), samples::PictureColor(Picture::Many, 1, 6));
     ASSERT_TRUE(m_dib.Load(602));
     EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     const State after(m_dib);
