@@ -55,6 +55,19 @@ public:
     void Write(const void*, UINT) override { AfxThrowFileException(CFileException::diskFull); }
 };
 
+// Notes the cursor that is shown while it is read.
+class CursorFile : public CMemFile
+{
+public:
+    UINT Read(void* lpBuf, UINT nCount) override
+    {
+        cursor = ::GetCursor();
+        return CMemFile::Read(lpBuf, nCount);
+    }
+
+    HCURSOR cursor = nullptr;
+};
+
 void SaveBytes(const CString& name, const Bytes& bytes)
 {
     CFile file(name, CFile::modeCreate | CFile::modeWrite);
@@ -200,6 +213,20 @@ TEST_F(DibFileTest, FilesThatAreNotWholeAreRefused)
     file[1] = 'A';
     EXPECT_FALSE(samples::ReadBytes(m_dib, file));
     EXPECT_EQ(State(m_dib), before);
+}
+
+TEST_F(DibFileTest, WaitCursorIsShownMeanwhile)
+{
+    const HCURSOR cross = ::LoadCursor(nullptr, IDC_CROSS);
+    const HCURSOR before = ::SetCursor(cross);
+    CursorFile file;
+    EXPECT_FALSE(m_dib.Read(&file));
+    EXPECT_EQ(file.cursor, ::LoadCursor(nullptr, IDC_WAIT));
+    EXPECT_EQ(::GetCursor(), cross);
+    EXPECT_FALSE(m_dib.Write(&file));
+    EXPECT_FALSE(m_dib.Crop({0, 0, 1, 1}));
+    EXPECT_EQ(::GetCursor(), cross);
+    ::SetCursor(before);
 }
 
 TEST_F(DibFileTest, CompressedFilesKeepTheirStream)

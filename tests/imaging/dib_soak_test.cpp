@@ -14,7 +14,7 @@ namespace
 using samples::Bytes;
 using samples::DibSpec;
 using samples::PackedDib;
-using support::GuardedGlobals;
+using support::GuardedLibrary;
 
 constexpr int kShortSoak = 3000;
 constexpr int kSuiteRounds = 2;
@@ -122,7 +122,7 @@ private:
 };
 
 // Uses what a reader made, so that an image whose measures are wrong is found out.
-void Use(CDib& dib, bool isThorough)
+void Use(CDib& dib, GuardedLibrary& library, bool isThorough)
 {
     const CPoint last(dib.GetWidth() - 1, dib.GetHeight() - 1);
     for (const CPoint corner : {CPoint(0, 0), CPoint(last.x, 0), CPoint(0, last.y), last})
@@ -132,7 +132,7 @@ void Use(CDib& dib, bool isThorough)
     if (!isThorough)
         return;
     if (const HGLOBAL part = dib.CopyRect({-1, 0, 2, 2}))
-        GuardedGlobals::Free(part);
+        library.Free(part);
     dib.CutRect({1, 1, 3, 3});
     dib.ConvertFormat(8);
 }
@@ -142,8 +142,8 @@ void Use(CDib& dib, bool isThorough)
 template <class Read>
 void Soak(Mutator& mutator, bool isFile, Read read)
 {
-    const GuardedGlobals guarded;
-    ASSERT_TRUE(guarded.IsDone());
+    GuardedLibrary library;
+    ASSERT_TRUE(library.IsGuarded());
     int taken = 0;
     int refused = 0;
     CDib dib;
@@ -155,19 +155,19 @@ void Soak(Mutator& mutator, bool isFile, Read read)
         const Bytes bytes = mutator.Next(isFile);
         const HGLOBAL block = dib.GetHandle();
         const CBitmap* const bitmap = dib.GetBitmap();
-        const Bytes before = GuardedGlobals::BytesOf(block);
-        static_cast<void>(GuardedGlobals::TakeLongest());
-        const int result = read(dib, bytes);
+        const Bytes before = library.BytesOf(block);
+        static_cast<void>(library.TakeLongest());
+        const int result = read(dib, bytes, library);
         // The reader may hold as much as it was given, and the pixel that a 32-bit file lacks.
-        EXPECT_LE(GuardedGlobals::TakeLongest(), bytes.size() + 4);
+        EXPECT_LE(library.TakeLongest(), bytes.size() + 4);
         EXPECT_FALSE(dib.IsEmpty());
         if (dib.GetHandle() == block) {
             EXPECT_FALSE(result);
             EXPECT_EQ(dib.GetBitmap(), bitmap);
-            EXPECT_EQ(GuardedGlobals::BytesOf(block), before);
+            EXPECT_EQ(library.BytesOf(block), before);
             ++refused;
         } else { // also, with FALSE, what GDI cannot show
-            Use(dib, taken % kThoroughEvery == 0);
+            Use(dib, library, taken % kThoroughEvery == 0);
             ++taken;
         }
     }
@@ -175,7 +175,7 @@ void Soak(Mutator& mutator, bool isFile, Read read)
     // Damage that nothing survives, or that nothing minds, would show little.
     EXPECT_GT(taken, Rounds() / 20);
     EXPECT_GT(refused, Rounds() / 20);
-    EXPECT_EQ(GuardedGlobals::Count(), 0);
+    EXPECT_EQ(library.Count(), 0);
 }
 
 class DibSoakTest : public support::CensusTest
@@ -187,27 +187,31 @@ class DibSoakTest : public support::CensusTest
 TEST_F(DibSoakTest, File)
 {
     static Mutator mutator(1);
-    Soak(mutator, true, [](CDib& dib, const Bytes& bytes) { return samples::ReadBytes(dib, bytes); });
+    Soak(mutator, true,
+         [](CDib& dib, const Bytes& bytes, GuardedLibrary&) { return samples::ReadBytes(dib, bytes); });
 }
 
 TEST_F(DibSoakTest, Resource)
 {
     static Mutator mutator(2);
-    Soak(mutator, true, [](CDib& dib, const Bytes& bytes) {
-        const support::GuardedResource resource(bytes);
-        EXPECT_TRUE(resource.IsDone());
-        return dib.Load(L"NAME", L"TYPE");
+    Soak(mutator, true, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
+        const HGLOBAL resource = library.Block(bytes);
+        library.SetResource(resource);
+        const int result = dib.Load(L"NAME", L"TYPE");
+        EXPECT_EQ(library.BytesOf(resource), bytes);
+        library.Free(resource);
+        return result;
     });
 }
 
 TEST_F(DibSoakTest, Block)
 {
     static Mutator mutator(3);
-    Soak(mutator, false, [](CDib& dib, const Bytes& bytes) {
-        const HGLOBAL block = GuardedGlobals::Block(bytes);
+    Soak(mutator, false, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
+        const HGLOBAL block = library.Block(bytes);
         const int result = dib.Attach(block);
         if (dib.GetHandle() != block)
-            GuardedGlobals::Free(block);
+            library.Free(block);
         return result;
     });
 }
