@@ -55,6 +55,19 @@ public:
     void Write(const void*, UINT) override { AfxThrowFileException(CFileException::diskFull); }
 };
 
+// Notes the cursor that is shown while it is read.
+class CursorFile : public CMemFile
+{
+public:
+    UINT Read(void* lpBuf, UINT nCount) override
+    {
+        cursor = ::GetCursor();
+        return CMemFile::Read(lpBuf, nCount);
+    }
+
+    HCURSOR cursor = nullptr;
+};
+
 void SaveBytes(const CString& name, const Bytes& bytes)
 {
     CFile file(name, CFile::modeCreate | CFile::modeWrite);
@@ -202,6 +215,20 @@ TEST_F(DibFileTest, FilesThatAreNotWholeAreRefused)
     EXPECT_EQ(State(m_dib), before);
 }
 
+TEST_F(DibFileTest, WaitCursorIsShownMeanwhile)
+{
+    const HCURSOR cross = ::LoadCursor(nullptr, IDC_CROSS);
+    const HCURSOR before = ::SetCursor(cross);
+    CursorFile file;
+    EXPECT_FALSE(m_dib.Read(&file));
+    EXPECT_EQ(file.cursor, ::LoadCursor(nullptr, IDC_WAIT));
+    EXPECT_EQ(::GetCursor(), cross);
+    EXPECT_FALSE(m_dib.Write(&file));
+    EXPECT_FALSE(m_dib.Crop({0, 0, 1, 1}));
+    EXPECT_EQ(::GetCursor(), cross);
+    ::SetCursor(before);
+}
+
 TEST_F(DibFileTest, CompressedFilesKeepTheirStream)
 {
     const Bytes file = samples::ResourceBytes(L"MAGICK_RLE8", L"BMPFILE");
@@ -249,7 +276,7 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
         ASSERT_TRUE(dibs[0].Load(L"MAGICK_4", L"BMPFILE"));
         ASSERT_TRUE(dibs[1].Load(L"NETPBM_24", L"BMPFILE"));
         for (const CDib& dib : dibs) {
-            archive.WriteObject(&dib);
+            archive << &dib;
             archive << kBehind;
         }
         CDib().Serialize(archive); // nothing
@@ -261,8 +288,10 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
     archive >> before;
     EXPECT_EQ(before, L"before");
     for (const Picture picture : {Picture::Sixteen, Picture::Many}) {
-        const std::unique_ptr<CObject> object(archive.ReadObject(RUNTIME_CLASS(CDib)));
-        EXPECT_TRUE(samples::Shows(static_cast<CDib&>(*object).GetBitmap(), picture));
+        CDib* dib = nullptr;
+        archive >> dib;
+        const std::unique_ptr<CDib> owner(dib);
+        EXPECT_TRUE(samples::Shows(dib->GetBitmap(), picture));
         DWORD behind = 0;
         archive >> behind;
         EXPECT_EQ(behind, kBehind);
@@ -311,6 +340,11 @@ TEST_F(DibFileGdiPlusTest, OtherFormatsGoIntoTheBitmapOnly)
         ASSERT_TRUE(m_dib.Load(name));
         EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     }
+    // What is transparent becomes black.
+    SaveBytes(name, samples::ResourceBytes(L"MAGICK_HOLE", LPCWSTR{RT_RCDATA}));
+    ASSERT_TRUE(m_dib.Load(name));
+    EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 0, 6), 0U);
+    EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 1, 6), samples::PictureColor(Picture::Many, 1, 6));
     ASSERT_TRUE(m_dib.Load(602));
     EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     const State after(m_dib);

@@ -2,10 +2,9 @@
 #include "tests/imaging/dib_samples.h"
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
-#include "tests/support/pump.h"
 #include "vgui/foundation/gdi_scope.h"
 
-#include <afxext.h>
+#include <algorithm>
 #include <cstring>
 #include <functional>
 
@@ -35,6 +34,11 @@ protected:
 
     CDib m_dib;
 };
+
+int ScreenBits()
+{
+    return CClientDC(nullptr).GetDeviceCaps(BITSPIXEL);
+}
 
 // A DIB section of 5 x 3 pixels in which the pixel (x, y) has the colour SectionColor.
 COLORREF SectionColor(int x, int y)
@@ -98,34 +102,41 @@ TEST_F(DibTest, BlankImagesRoundTheDepthUpAndAbove24BitsTo4)
         ASSERT_EQ(bytes.size(), 40U + item.colors * 4U + static_cast<size_t>(m_dib.GetWidthBytes()) * 5);
         EXPECT_EQ(std::count(bytes.begin() + 16, bytes.end(), BYTE{0}), std::ssize(bytes) - 16);
     }
-    // The screen's depth follows the same rule; every pixel byte is 0xFF.
-    const int bits = CClientDC(nullptr).GetDeviceCaps(BITSPIXEL);
+}
+
+TEST_F(DibTest, ScreenDepthImagesAreFilledWithOnes)
+{
+    const int bits = ScreenBits();
     ASSERT_TRUE(m_dib.Create(DWORD{9}, DWORD{5}));
     EXPECT_EQ(m_dib.GetBitCount(), bits > 24 ? 4 : bits > 8 ? 24 : bits);
     for (LONG i = 0; i < m_dib.GetWidthBytes() * 5; ++i)
         ASSERT_EQ(m_dib.GetBitsPtr()[i], 0xFF) << i;
+    // The colours are the system palette's when the screen has one, else all zero.
+    PALETTEENTRY entries[256] = {};
+    if (bits <= 8)
+        ::GetSystemPaletteEntries(CClientDC(nullptr).m_hDC, 0, 1U << bits, entries);
+    const Bytes bytes = samples::BlockBytes(m_dib.GetHandle());
+    for (size_t i = 0; i < m_dib.GetColorNumber(); ++i) {
+        const BYTE wanted[] = {entries[i].peBlue, entries[i].peGreen, entries[i].peRed, 0};
+        ASSERT_EQ(std::memcmp(bytes.data() + 40 + 4 * i, wanted, 4), 0) << i;
+    }
 }
 
 TEST_F(DibTest, PackedDibsOfEveryDepthAreCopiedAndShown)
 {
     for (const WORD bitCount : kDepths) {
         SCOPED_TRACE(bitCount);
-        const DibSpec spec = {.bitCount = bitCount};
-        Bytes bytes = PackedDib(spec);
+        Bytes bytes = PackedDib({.bitCount = bitCount});
         ASSERT_TRUE(m_dib.Create(bytes.data()));
         // The copy knows the size of its image; the original is not written to.
         EXPECT_EQ(samples::HeaderOf(bytes).biSizeImage, 0U);
         samples::HeaderOf(bytes).biSizeImage = static_cast<DWORD>(m_dib.GetWidthBytes() * 7);
         EXPECT_EQ(samples::BlockBytes(m_dib.GetHandle()), bytes);
 
-        BITMAPINFOHEADER header = samples::HeaderOf(bytes);
-        ASSERT_NE(m_dib.GetBitmap(), nullptr);
         support::DibSurface wanted(13, 7);
-        std::vector<BYTE> info(bytes.begin(), bytes.begin() + 40 + m_dib.GetPaletteSize());
         ::SetDIBitsToDevice(wanted.DC().m_hDC, 0, 0, 13, 7, 0, 0, 0, 7, m_dib.GetBitsPtr(),
-                            reinterpret_cast<const BITMAPINFO*>(info.data()), DIB_RGB_COLORS);
+                            reinterpret_cast<const BITMAPINFO*>(bytes.data()), DIB_RGB_COLORS);
         support::ExpectPixels(wanted, [&](int x, int y) { return Shown(x, y); });
-        EXPECT_EQ(header.biHeight, 7);
     }
 }
 
@@ -473,12 +484,11 @@ TEST_F(DibTest, PaletteGivesTheColorsOfTheConversion)
 TEST_F(DibTest, ScreenAndWindowsAreCaptured)
 {
     CWnd window;
-    ASSERT_TRUE(window.CreateEx(WS_EX_TOPMOST,
-                                AfxRegisterWndClass(0, nullptr, ::GetSysColorBrush(COLOR_HIGHLIGHT)), L"",
-                                WS_POPUP | WS_BORDER | WS_VISIBLE, CRect(100, 80, 160, 120), nullptr, 0));
+    ASSERT_TRUE(window.CreateEx(
+        WS_EX_TOPMOST, AfxRegisterWndClass(0, nullptr, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH))),
+        L"", WS_POPUP | WS_BORDER | WS_VISIBLE, CRect(100, 80, 160, 120), nullptr, 0));
     window.UpdateWindow();
-    const COLORREF color = ::GetSysColor(COLOR_HIGHLIGHT);
-    ASSERT_TRUE(support::WaitForPixel(window, {10, 10}, color));
+    ASSERT_TRUE(support::WaitForPixel(window, {10, 10}, kWhite));
     const auto expectSize = [this](LONG width, LONG height) {
         EXPECT_EQ(m_dib.GetWidth(), width);
         EXPECT_EQ(m_dib.GetHeight(), height);
@@ -488,14 +498,14 @@ TEST_F(DibTest, ScreenAndWindowsAreCaptured)
 
     ASSERT_TRUE(m_dib.Create(window.m_hWnd, WORD{1}));
     expectSize(60, 40);
-    EXPECT_EQ(m_dib.GetBitCount(), 24);
-    EXPECT_EQ(Shown(30, 20), color);
+    EXPECT_EQ(m_dib.GetBitCount(), std::min(ScreenBits(), 24));
+    EXPECT_EQ(Shown(30, 20), kWhite);
     ASSERT_TRUE(m_dib.Create(window.m_hWnd, WORD{2}));
     expectSize(client.Width(), client.Height());
-    EXPECT_EQ(Shown(0, 0), color);
+    EXPECT_EQ(Shown(0, 0), kWhite);
     ASSERT_TRUE(m_dib.Create(window.m_hWnd, CRect(3, 4, 13, 9)));
     expectSize(10, 5);
-    EXPECT_EQ(Shown(9, 4), color);
+    EXPECT_EQ(Shown(9, 4), kWhite);
 
     const CClientDC screen(nullptr);
     const int right = screen.GetDeviceCaps(HORZRES);

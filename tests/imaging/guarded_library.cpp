@@ -87,16 +87,24 @@ DWORD WINAPI SizeofGuarded(HMODULE, HRSRC resource)
     return static_cast<DWORD>(GuardedSize(resource));
 }
 
-HMODULE Library()
-{
-    return ::GetModuleHandle(L"vgui.dll");
-}
+struct Replacement {
+    const char* name;
+    void* function;
+};
 
 template <class Function>
-void* Address(Function* function)
+Replacement Replace(const char* name, Function* function)
 {
-    return reinterpret_cast<void*>(function);
+    return {name, reinterpret_cast<void*>(function)};
 }
+
+const Replacement kReplacements[] = {
+    Replace("GlobalAlloc", GuardedAlloc),     Replace("GlobalFree", GuardedFree),
+    Replace("GlobalLock", GuardedLock),       Replace("GlobalUnlock", GuardedUnlock),
+    Replace("GlobalSize", GuardedSize),       Replace("FindResourceW", FindGuarded),
+    Replace("LoadResource", LoadGuarded),     Replace("LockResource", LockGuarded),
+    Replace("SizeofResource", SizeofGuarded),
+};
 
 // The place in a module's import tables that holds the address of a function.
 void** ImportSlot(HMODULE module, std::string_view function)
@@ -130,89 +138,63 @@ void WriteSlot(void** slot, void* value)
 
 } // namespace
 
-ImportPatch::ImportPatch(HMODULE module, const char* function, void* replacement)
-    : m_slot(ImportSlot(module, function))
+GuardedLibrary::GuardedLibrary()
 {
-    if (m_slot == nullptr)
-        return;
-    m_original = *m_slot;
-    WriteSlot(m_slot, replacement);
-}
-
-ImportPatch::~ImportPatch()
-{
-    if (m_slot != nullptr)
-        WriteSlot(m_slot, m_original);
-}
-
-GuardedGlobals::GuardedGlobals()
-    : m_alloc(Library(), "GlobalAlloc", Address(GuardedAlloc)),
-      m_free(Library(), "GlobalFree", Address(GuardedFree)),
-      m_lock(Library(), "GlobalLock", Address(GuardedLock)),
-      m_unlock(Library(), "GlobalUnlock", Address(GuardedUnlock)),
-      m_size(Library(), "GlobalSize", Address(GuardedSize))
-{
+    const HMODULE library = ::GetModuleHandle(L"vgui.dll");
+    for (const auto& [name, function] : kReplacements) {
+        void** const slot = ImportSlot(library, name);
+        m_imports.push_back({slot, slot != nullptr ? *slot : nullptr});
+        if (slot != nullptr)
+            WriteSlot(slot, function);
+    }
     g_longest = 0;
 }
 
-GuardedGlobals::~GuardedGlobals()
+GuardedLibrary::~GuardedLibrary()
 {
+    for (const auto& [slot, original] : m_imports)
+        if (slot != nullptr)
+            WriteSlot(slot, original);
     while (!g_blocks.empty())
         GuardedFree(g_blocks.begin()->first);
 }
 
-bool GuardedGlobals::IsDone() const
+bool GuardedLibrary::IsGuarded() const
 {
-    return m_alloc.IsDone() && m_free.IsDone() && m_lock.IsDone() && m_unlock.IsDone() && m_size.IsDone();
+    return std::ranges::all_of(m_imports, [](const Import& import) { return import.slot != nullptr; });
 }
 
-HGLOBAL GuardedGlobals::Block(const std::vector<BYTE>& bytes)
+HGLOBAL GuardedLibrary::Block(const std::vector<BYTE>& bytes)
 {
     const HGLOBAL block = GuardedAlloc(0, bytes.size());
     std::memcpy(block, bytes.data(), bytes.size());
     return block;
 }
 
-void GuardedGlobals::Free(HGLOBAL block)
+void GuardedLibrary::Free(HGLOBAL block)
 {
     GuardedFree(block);
 }
 
-std::vector<BYTE> GuardedGlobals::BytesOf(HGLOBAL block)
+std::vector<BYTE> GuardedLibrary::BytesOf(HGLOBAL block) const
 {
     const auto* const first = static_cast<const BYTE*>(block);
     return {first, first + GuardedSize(block)};
 }
 
-int GuardedGlobals::Count()
+int GuardedLibrary::Count() const
 {
     return static_cast<int>(g_blocks.size());
 }
 
-size_t GuardedGlobals::TakeLongest()
+size_t GuardedLibrary::TakeLongest()
 {
     return std::exchange(g_longest, 0);
 }
 
-GuardedResource::GuardedResource(const std::vector<BYTE>& bytes)
-    : m_find(Library(), "FindResourceW", Address(FindGuarded)),
-      m_load(Library(), "LoadResource", Address(LoadGuarded)),
-      m_lock(Library(), "LockResource", Address(LockGuarded)),
-      m_size(Library(), "SizeofResource", Address(SizeofGuarded))
+void GuardedLibrary::SetResource(HGLOBAL block)
 {
-    g_resource = GuardedGlobals::Block(bytes);
-    DWORD protection = 0;
-    ::VirtualProtect(g_resource, bytes.size(), PAGE_READONLY, &protection);
-}
-
-GuardedResource::~GuardedResource()
-{
-    GuardedFree(std::exchange(g_resource, nullptr));
-}
-
-bool GuardedResource::IsDone() const
-{
-    return m_find.IsDone() && m_load.IsDone() && m_lock.IsDone() && m_size.IsDone();
+    g_resource = block;
 }
 
 } // namespace support

@@ -1,5 +1,5 @@
-// Guard pages behind every block of global memory that the library allocates, and answers of our own for the
-// resources it asks for.
+// Guard pages behind every block of global memory that the library allocates, and resources of our own
+// making.
 #pragma once
 
 #include <afxwin.h>
@@ -8,66 +8,39 @@
 namespace support
 {
 
-// Makes a module call another function in place of one that it imports; takes it back at the end.
-class ImportPatch
-{
-public:
-    // Nothing happens when the module does not import the function.
-    ImportPatch(HMODULE module, const char* function, void* replacement);
-    ~ImportPatch();
-    ImportPatch(const ImportPatch&) = delete;
-    ImportPatch& operator=(const ImportPatch&) = delete;
-
-    [[nodiscard]] bool IsDone() const { return m_slot != nullptr; }
-
-private:
-    void** m_slot;
-    void* m_original = nullptr;
-};
-
 // As long as this lives, the global blocks of vgui.dll end before a guard page, and so do those that the test
-// makes here. Objects that hold such blocks end before this does. One at a time.
-class GuardedGlobals
+// makes here; and every resource that vgui.dll looks for is the one that SetResource names. Objects that hold
+// such blocks end before this does. One at a time.
+class GuardedLibrary
 {
 public:
-    GuardedGlobals();
-    ~GuardedGlobals();
+    GuardedLibrary();
+    ~GuardedLibrary();
+    GuardedLibrary(const GuardedLibrary&) = delete;
+    GuardedLibrary& operator=(const GuardedLibrary&) = delete;
 
-    [[nodiscard]] bool IsDone() const;
-    // A block as GlobalAlloc makes it, with these bytes.
-    [[nodiscard]] static HGLOBAL Block(const std::vector<BYTE>& bytes);
-    static void Free(HGLOBAL block);
-    [[nodiscard]] static std::vector<BYTE> BytesOf(HGLOBAL block);
+    // Whether all functions could be replaced.
+    [[nodiscard]] bool IsGuarded() const;
+
+    // A block as GlobalAlloc makes it, with these bytes. Whoever takes it frees it; else Free does.
+    [[nodiscard]] HGLOBAL Block(const std::vector<BYTE>& bytes);
+    void Free(HGLOBAL block);
+    [[nodiscard]] std::vector<BYTE> BytesOf(HGLOBAL block) const;
     // Blocks that exist.
-    [[nodiscard]] static int Count();
+    [[nodiscard]] int Count() const;
     // The longest block since the last call, in bytes.
-    [[nodiscard]] static size_t TakeLongest();
+    [[nodiscard]] size_t TakeLongest();
+
+    // The bytes of every resource; null for none. The block stays the caller's.
+    void SetResource(HGLOBAL block);
 
 private:
-    ImportPatch m_alloc;
-    ImportPatch m_free;
-    ImportPatch m_lock;
-    ImportPatch m_unlock;
-    ImportPatch m_size;
-};
-
-// As long as this lives, every resource that vgui.dll looks for has these bytes, which lie before a guard
-// page.
-class GuardedResource
-{
-public:
-    explicit GuardedResource(const std::vector<BYTE>& bytes);
-    ~GuardedResource();
-    GuardedResource(const GuardedResource&) = delete;
-    GuardedResource& operator=(const GuardedResource&) = delete;
-
-    [[nodiscard]] bool IsDone() const;
-
-private:
-    ImportPatch m_find;
-    ImportPatch m_load;
-    ImportPatch m_lock;
-    ImportPatch m_size;
+    // A place in the library's import table and what was there.
+    struct Import {
+        void** slot; // null when the library does not import the function
+        void* original;
+    };
+    std::vector<Import> m_imports;
 };
 
 } // namespace support

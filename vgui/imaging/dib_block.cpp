@@ -31,6 +31,7 @@ BITMAPCOREHEADER CoreHeader(const BYTE* block)
     return ReadAt<BITMAPCOREHEADER>(block);
 }
 
+// Any other header counts as the old one.
 bool HasInfoHeader(const BYTE* block)
 {
     return ReadAt<DWORD>(block) == kInfoHeaderBytes;
@@ -136,51 +137,49 @@ bool IsWhole(const BYTE* header, size_t length)
     return imageBytes > 0 && offset <= length && imageBytes <= length - offset;
 }
 
-// A checked copy of the header of a packed DIB that comes from elsewhere.
+// A checked copy of the header of a packed DIB that comes from elsewhere, its height positive.
 struct IncomingHeader {
     BYTE bytes[kInfoHeaderBytes] = {};
     bool isTopDown = false;
-
-    [[nodiscard]] bool HasStream() const { return IsStreamCompression(CompressionOf(bytes)); }
-
-    // biSizeImage, which a core header lacks.
-    [[nodiscard]] size_t StatedBytes() const
-    {
-        return HasInfoHeader(bytes) ? InfoHeader(bytes).biSizeImage : 0;
-    }
-
-    void SetStatedBytes(size_t count)
-    {
-        if (!HasInfoHeader(bytes))
-            return;
-        BITMAPINFOHEADER header = InfoHeader(bytes);
-        header.biSizeImage = static_cast<DWORD>(count);
-        std::memcpy(bytes, &header, sizeof header);
-    }
 };
 
-// Nothing when the header makes no sense.
+void SetSizeImage(BYTE* header, size_t imageBytes)
+{
+    if (!HasInfoHeader(header))
+        return;
+    BITMAPINFOHEADER info = InfoHeader(header);
+    info.biSizeImage = static_cast<DWORD>(imageBytes);
+    std::memcpy(header, &info, sizeof info);
+}
+
+// Nothing when the header makes no sense. A biSizeImage that is less than the rows becomes theirs.
 std::optional<IncomingHeader> CheckIncoming(const BYTE* memory, size_t length)
 {
-    IncomingHeader incoming;
-    if (memory == nullptr || length < kCoreHeaderBytes ||
-        (HasInfoHeader(memory) && length < kInfoHeaderBytes))
+    if (memory == nullptr || length < kCoreHeaderBytes || length < HeaderBytes(memory))
         return std::nullopt;
+    IncomingHeader incoming;
     std::memcpy(incoming.bytes, memory, HeaderBytes(memory));
     if (HasInfoHeader(memory)) {
         BITMAPINFOHEADER header = InfoHeader(memory);
         incoming.isTopDown = header.biHeight < 0 && header.biHeight != LONG_MIN;
         if (incoming.isTopDown)
             header.biHeight = -header.biHeight;
+        if (incoming.isTopDown && IsStreamCompression(header.biCompression))
+            return std::nullopt;
         std::memcpy(incoming.bytes, &header, sizeof header);
     }
-    if (!IsSaneHeader(incoming.bytes, sizeof incoming.bytes) || (incoming.isTopDown && incoming.HasStream()))
+    if (!IsSaneHeader(incoming.bytes, sizeof incoming.bytes))
         return std::nullopt;
+    if (DIBBlockSize(incoming.bytes) < BitsOffset(incoming.bytes) + ImageBytesOf(incoming.bytes))
+        SetSizeImage(incoming.bytes, ImageBytesOf(incoming.bytes));
     return incoming;
 }
 
+// Nothing happens for an empty view.
 void TurnOver(const VDibView& dib)
 {
+    if (!dib)
+        return;
     const size_t rowBytes = dib.RowBytes();
     for (LONG top = 0, bottom = dib.Height() - 1; top < bottom; ++top, --bottom)
         std::swap_ranges(dib.Row(top), dib.Row(top) + rowBytes, dib.Row(bottom));
@@ -227,12 +226,9 @@ size_t DIBBlockSize(BYTE* block)
 {
     if (!HasInfoHeader(block))
         return BitsOffset(block) + ImageBytesOf(block);
-    BITMAPINFOHEADER header = InfoHeader(block);
-    if (header.biSizeImage == 0) {
-        header.biSizeImage = static_cast<DWORD>(ImageBytesOf(block));
-        std::memcpy(block, &header, sizeof header);
-    }
-    return BitsOffset(block) + header.biSizeImage;
+    if (InfoHeader(block).biSizeImage == 0)
+        SetSizeImage(block, ImageBytesOf(block));
+    return BitsOffset(block) + InfoHeader(block).biSizeImage;
 }
 
 // ---- VDibView
@@ -289,6 +285,11 @@ void VDibView::SetColor(DWORD i, RGBQUAD color) const
     const size_t offset = size_t{i} * ColorBytes(m_block);
     if (offset + ColorBytes(m_block) <= PaletteSize(m_block))
         std::memcpy(m_block + HeaderBytes(m_block) + offset, &color, ColorBytes(m_block));
+}
+
+void VDibView::UpdateSizeImage() const
+{
+    SetSizeImage(m_block, ImageBytes());
 }
 
 // ---- VLockedDib
@@ -348,7 +349,6 @@ VOwnedGlobal NewDibLike(const VDibView& dib, LONG width, LONG height)
     header.biHeight = height;
     header.biCompression = BI_RGB;
     header.biSizeImage = 0;
-    // A core header's table has no count of its own, and one above 16 bits of bytes counts as none anyway.
     VOwnedGlobal block = NewDib(header);
     const VLockedDib made(block.Get());
     if (!made)
@@ -376,10 +376,8 @@ size_t PackedDibBytes(const BYTE* memory)
 {
     if (memory == nullptr)
         return 0;
-    const std::optional<IncomingHeader> incoming = CheckIncoming(memory, HeaderBytes(memory));
-    if (!incoming)
-        return 0;
-    return BitsOffset(incoming->bytes) + std::max(incoming->StatedBytes(), ImageBytesOf(incoming->bytes));
+    std::optional<IncomingHeader> incoming = CheckIncoming(memory, HeaderBytes(memory));
+    return incoming ? DIBBlockSize(incoming->bytes) : 0;
 }
 
 VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length)
@@ -387,22 +385,17 @@ VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length)
     std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
     if (!incoming || !IsWhole(incoming->bytes, length))
         return {};
-    const size_t offset = BitsOffset(incoming->bytes);
-    const size_t imageBytes = ImageBytesOf(incoming->bytes);
-    if (incoming->StatedBytes() < imageBytes || incoming->StatedBytes() > length - offset)
-        incoming->SetStatedBytes(imageBytes);
-
-    const size_t bytes = offset + std::max(incoming->StatedBytes(), imageBytes);
+    if (DIBBlockSize(incoming->bytes) > length)
+        SetSizeImage(incoming->bytes, ImageBytesOf(incoming->bytes));
+    const size_t bytes = DIBBlockSize(incoming->bytes);
     VOwnedGlobal block = NewGlobalBlock(bytes);
     if (void* const target = block ? ::GlobalLock(block.Get()) : nullptr) {
         std::memcpy(target, memory, bytes);
         std::memcpy(target, incoming->bytes, HeaderBytes(incoming->bytes));
         ::GlobalUnlock(block.Get());
     }
-    if (incoming->isTopDown) {
-        const VLockedDib dib(block.Get());
-        TurnOver(dib);
-    }
+    if (incoming->isTopDown)
+        TurnOver(VLockedDib(block.Get()));
     return block;
 }
 

@@ -73,6 +73,9 @@ public:
         return Bits() + static_cast<size_t>(Height() - 1 - y) * RowBytes();
     }
 
+    // Brings biSizeImage, where the header has one, up to date.
+    void UpdateSizeImage() const;
+
     // Entry i of what follows the header; it may lie beyond the colour table, and is zero beyond the memory.
     [[nodiscard]] RGBQUAD Color(DWORD i) const;
     // Sets an entry of the colour table; beyond it nothing happens.

@@ -32,20 +32,18 @@ DibInfo InfoOf(const VDibView& dib)
     return info;
 }
 
-RGBQUAD QuadOf(const PALETTEENTRY& entry, BYTE reserved = 0)
-{
-    return {entry.peBlue, entry.peGreen, entry.peRed, reserved};
-}
-
 enum class Flags { Drop, Keep };
 
-// Entries that the palette lacks stay as they are.
+// Copies the first count entries of a palette; those that it lacks become black. An entry's flags go into the
+// reserved byte or are dropped.
 void SetColors(const VDibView& dib, HPALETTE hPalette, DWORD count, Flags flags)
 {
     PALETTEENTRY entries[kMaxDibColors] = {};
     ::GetPaletteEntries(hPalette, 0, count, entries);
-    for (DWORD i = 0; i < count; ++i)
-        dib.SetColor(i, QuadOf(entries[i], flags == Flags::Keep ? entries[i].peFlags : BYTE{0}));
+    for (DWORD i = 0; i < count; ++i) {
+        const auto& [red, green, blue, entryFlags] = entries[i];
+        dib.SetColor(i, {blue, green, red, flags == Flags::Keep ? entryFlags : BYTE{0}});
+    }
 }
 
 void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPalette)
@@ -66,13 +64,6 @@ void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPale
         const VOwnedPalette halftone(::CreateHalftonePalette(screen.Get()));
         SetColors(target, halftone.Get(), count, Flags::Keep);
     }
-}
-
-void SetImageBytes(const VDibView& dib)
-{
-    BITMAPINFOHEADER header = dib.Header();
-    header.biSizeImage = static_cast<DWORD>(dib.ImageBytes());
-    std::memcpy(dib.Block(), &header, sizeof header);
 }
 
 WORD DepthBucket(const BITMAP& bitmap)
@@ -115,7 +106,7 @@ VOwnedGlobal FetchPixels(HDC hDC, HBITMAP hBitmap, DibInfo& info)
         return {};
     for (DWORD i = 0; dib.BitCount() <= kMaxIndexedBits && i < kMaxDibColors; ++i)
         dib.SetColor(i, info.colors[i]);
-    SetImageBytes(dib);
+    dib.UpdateSizeImage();
     return block;
 }
 
@@ -196,7 +187,7 @@ VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette)
         return {};
     if (bitCount <= kMaxIndexedBits)
         ChooseColors(target, source, hPalette);
-    SetImageBytes(target);
+    target.UpdateSizeImage();
 
     const VDibSection from(source);
     const VDibSection to(target);

@@ -28,13 +28,14 @@ struct FileDib {
 };
 
 // Reads so many bytes. The block is empty when the file is short or has another header than the usual one.
-FileDib ReadFileDib(CFile& file, size_t length)
+FileDib ReadFileDib(CFile& file, ULONGLONG fileBytes)
 {
     // A 32-bit file that states no colours lacks the entry that it is taken to have. Its pixels begin in the
     // entry's place, and zeroes make up for what is then missing at the end.
     constexpr size_t kLackingBytes = sizeof(RGBQUAD);
-    if (length < kInfoHeaderBytes || length > kMaxDibImageBytes)
+    if (fileBytes < kInfoHeaderBytes || fileBytes > kMaxDibImageBytes)
         return {};
+    const auto length = static_cast<size_t>(fileBytes);
     FileDib dib = {NewGlobalBlock(length + kLackingBytes), length};
     BYTE* const memory = dib.block ? static_cast<BYTE*>(::GlobalLock(dib.block.Get())) : nullptr;
     if (memory == nullptr)
@@ -60,22 +61,14 @@ FileDib ReadBmp(CFile& file)
     BITMAPFILEHEADER header;
     if (file.Read(&header, sizeof header) != sizeof header || header.bfType != kBmpSignature)
         return {};
-    return ReadFileDib(file, static_cast<size_t>(end - start - sizeof header));
-}
-
-// The bytes of the image that a file gets; for rows biSizeImage is brought up to date.
-size_t UpdateImageBytes(const VDibView& dib)
-{
-    BITMAPINFOHEADER header = dib.Header();
-    header.biSizeImage = static_cast<DWORD>(dib.ImageBytes());
-    std::memcpy(dib.Block(), &header, sizeof header);
-    return header.biSizeImage;
+    return ReadFileDib(file, end - start - sizeof header);
 }
 
 void WriteBmp(CFile& file, const VDibView& dib)
 {
     const size_t bitsOffset = kInfoHeaderBytes + PaletteSize(dib.Block());
-    const size_t dibBytes = bitsOffset + UpdateImageBytes(dib);
+    const size_t dibBytes = bitsOffset + dib.ImageBytes();
+    dib.UpdateSizeImage();
     BITMAPFILEHEADER header = {};
     header.bfType = kBmpSignature;
     header.bfSize = static_cast<DWORD>(sizeof header + dibBytes);
