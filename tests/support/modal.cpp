@@ -5,6 +5,7 @@
 #include "tests/support/pump.h"
 
 #include <algorithm>
+#include <dlgs.h>
 #include <gtest/gtest.h>
 #include <optional>
 
@@ -209,6 +210,21 @@ ModalAnswer WhenModal(ModalAnswer::Action action, DWORD timeoutMs)
 ModalAnswer AnswerMessageBox(int button)
 {
     return ModalAnswer([=](HWND modal) { PostButton(modal, button); });
+}
+
+HWND FileNameField(HWND dialog)
+{
+    // A combo box or an edit field, depending on the dialog's flags.
+    const HWND combo = ::GetDlgItem(dialog, cmb13);
+    return combo != nullptr ? combo : ::GetDlgItem(dialog, edt1);
+}
+
+ModalAnswer AnswerFileDialog(const std::wstring& path)
+{
+    return ModalAnswer([path](HWND modal) {
+        ::SetWindowText(FileNameField(modal), path.c_str());
+        PostButton(modal, IDOK);
+    });
 }
 
 void PostButton(HWND dialog, int button)

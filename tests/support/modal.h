@@ -59,6 +59,10 @@ private:
 [[nodiscard]] ModalAnswer WhenModal(ModalAnswer::Action action, DWORD timeoutMs = kModalTimeout);
 // Presses the button with this id (IDYES, IDCANCEL ...).
 [[nodiscard]] ModalAnswer AnswerMessageBox(int button);
+// Gives the system's file dialog a name and presses its OK button.
+[[nodiscard]] ModalAnswer AnswerFileDialog(const std::wstring& path);
+// The field of the name in the system's file dialog.
+[[nodiscard]] HWND FileNameField(HWND dialog);
 
 // A window's text, of any length.
 [[nodiscard]] std::wstring WindowText(HWND window);
