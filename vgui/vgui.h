@@ -13,4 +13,5 @@
 #include "vgui/foundation/subclass_wnd.h"
 #include "vgui/foundation/window_helpers.h"
 #include "vgui/imaging/dib.h"
+#include "vgui/imaging/dib_pal.h"
 #include "vgui/module.h"
