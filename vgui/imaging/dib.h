@@ -184,25 +184,104 @@ public:
     void EndPaint();
 
     // ---- Processing: replaces the image
+    //
+    // All work at every depth. FALSE for parameters out of range, for a compressed image (any biCompression
+    // but BI_RGB) and when memory is short. Operations that move pixels or change colours by themselves keep
+    // the depth; an image of up to 8 bits keeps its pixels and gets another colour table in the latter case.
+    // Operations that mix pixels give 24 bits for an image of up to 8 bits and keep the depth of others. Each
+    // channel is worked on by itself; at 16 bits (5 per channel) as its full intensity, 0 to 255; at 32 bits
+    // the fourth byte stays, except that resampling mixes it as well.
 
+    // Turn by right angles, clockwise.
     int Rotate90();
     int Rotate180();
     int Rotate270();
+    // Exchange left and right, top and bottom.
     int FlipHorz();
     int FlipVert();
+
+    // Resamples to the old lengths times the ratios (above 0), rounded, but at least one pixel.
     int Zoom(double ratioX, double ratioY);
+    // Resamples to a size in pixels (1 and more): bilinear interpolation where the image grows, the triangle
+    // filter over all that a pixel covers where it shrinks. Mixes pixels; TRUE, with nothing changed, for the
+    // present size.
     int ChangeImageSize(int cx, int cy);
+
+    // Where the image lies on a changed canvas.
+    enum CanvasPosition {
+        CanvasTopLeft,
+        CanvasTop,
+        CanvasTopRight,
+        CanvasLeft,
+        CanvasCenter,
+        CanvasRight,
+        CanvasBottomLeft,
+        CanvasBottom,
+        CanvasBottomRight,
+    };
+    // Changes the size (1 and more pixels) without resampling, cutting off what finds no room. New room is
+    // white, or the colour of the table next to it. position: a CanvasPosition.
     int ChangeCanvasSize(int cx, int cy, int position);
+
+    // Adds a value, -255 to 255, to all channels. Results below 0 and above 255 are cut off, here and below.
     int AdjustBrightness(int value);
+    // Stretches intensities around 128 by 259 (255 + value) / (255 (259 - value)); value: -255 (all of the
+    // same grey) to 255.
     int AdjustContrast(int value);
+    // Adds a value to each channel, and one to all; each -255 to 255.
     int AdjustColor(int red, int green, int blue, int value);
+
+    enum GrayscaleMode {
+        GrayWeights,   // weights of the caller's
+        GrayBT601,     // 0.299 red, 0.587 green, 0.114 blue
+        GrayBT709,     // 0.2126 red, 0.7152 green, 0.0722 blue
+        GrayAverage,   // equal weights
+        GrayLightness, // the mean of the least and the greatest channel
+    };
+    // Makes the three channels equal: their weighted mean. mode: a GrayscaleMode. The weights, 0 or more with
+    // any sum above 0, count for GrayWeights only.
     int ChangeToGrayscale(int mode, double red, double green, double blue);
+
+    // Reduces the image to so many colours, 2 to 256, in 4 bits (up to 16 colours) or 8. An image with no
+    // more colours keeps them exactly; otherwise they are chosen by median cut. Each pixel gets the nearest
+    // one.
     int ColorQuantize(int colors);
+
+    // Filters of 3 x 3 pixels, and more for the median; the image's border counts as going on outside.
+    // strength: how much of the filtered image there is in the result, 0 to 100 percent.
+
+    enum EdgeMode {
+        EdgeVertical,   // Sobel operator across: edges that stand upright
+        EdgeHorizontal, // Sobel operator down: edges that lie
+        EdgeBoth,       // the sum of both amounts
+    };
+    // Adds the amount of the gradient, a quarter of the Sobel operator's. mode: an EdgeMode.
     int EdgeEnhance(int strength, int mode);
+
+    enum HighPassMode {
+        HighPassLaplace8, // -1 -1 -1   -1 9 -1   -1 -1 -1
+        HighPassLaplace4, //  0 -1  0   -1 5 -1    0 -1  0
+        HighPassMixed,    //  1 -2  1   -2 5 -2    1 -2  1
+    };
+    // Sharpens. mode: a HighPassMode.
     int HighPass(int strength, int mode);
+
+    enum LowPassMode {
+        LowPassBox,      // 1 1 1   1 1 1   1 1 1, by 9
+        LowPassWeighted, // 1 1 1   1 2 1   1 1 1, by 10
+        LowPassGauss,    // 1 2 1   2 4 2   1 2 1, by 16
+    };
+    // Smooths. mode: a LowPassMode.
     int LowPass(int strength, int mode);
+
+    // Gives each pixel the median of a square of size x size pixels around it. size: odd, 3 to 31.
     int MedianFilter(int size);
+
+    // For the two operations below; combined with a bitwise or.
+    enum Channel { ChannelRed = 1, ChannelGreen = 2, ChannelBlue = 4 };
+    // Keeps some channels and makes the others 0. channels: a combination of Channel, 0 allowed.
     int FilteRGB(int channels);
+    // Shows one channel as a grey image. channel: one Channel.
     int SeparateRGB(int channel);
 
 private:
