@@ -35,7 +35,7 @@ private:
 template <class Prepare, class Body>
 [[nodiscard]] double Fastest(Prepare prepare, Body body)
 {
-    constexpr int kRounds = 7;
+    constexpr int kRounds = 15;
     double least = 1e9;
     for (int round = 0; round < kRounds; ++round) {
         prepare();

@@ -217,7 +217,8 @@ public:
     explicit NearestColor(const std::vector<DWORD>& palette) : m_cells(kCells)
     {
         for (const DWORD color : palette)
-            m_palette.push_back({ByteOf(color, 0), ByteOf(color, 1), ByteOf(color, 2)});
+            m_palette.push_back(
+                {ByteOf(color, 0), ByteOf(color, 1), ByteOf(color, 2), static_cast<short>(m_palette.size())});
     }
 
     // Indices of a row of colours.
@@ -232,6 +233,9 @@ public:
     }
 
 private:
+    // Blue, green, red, and the index in the palette.
+    using Channels = std::array<short, 4>;
+
     // The colours that may be the nearest one of some colour of a cell.
     struct Candidates {
         size_t first = 0; // in m_candidates
@@ -240,17 +244,16 @@ private:
 
     BYTE Nearest(const BYTE* color, const Candidates& cell) const
     {
-        const BYTE* const candidates = m_candidates.data() + cell.first;
-        BYTE nearest = candidates[0];
+        // The distance with the candidate's number below it: the least of these is found without branches.
         int least = INT_MAX;
         for (size_t i = 0; i < cell.count; ++i) {
-            int distance = 0;
-            for (size_t c = 0; c < 3; ++c)
-                distance += Square(color[c] - m_palette[candidates[i]][c]);
-            nearest = distance < least ? candidates[i] : nearest;
-            least = std::min(least, distance);
+            const Channels& candidate = m_candidates[cell.first + i];
+            const int distance = Square(color[0] - candidate[0]) + Square(color[1] - candidate[1]) +
+                                 Square(color[2] - candidate[2]);
+            const int key = distance * 256 + candidate[3];
+            least = key < least ? key : least;
         }
-        return nearest;
+        return static_cast<BYTE>(least & 0xFF);
     }
 
     void Collect(size_t place, Candidates& cell)
@@ -272,13 +275,13 @@ private:
         cell.first = m_candidates.size();
         for (size_t i = 0; i < m_palette.size(); ++i)
             if (closest[i] <= bound)
-                m_candidates.push_back(static_cast<BYTE>(i));
+                m_candidates.push_back(m_palette[i]);
         cell.count = m_candidates.size() - cell.first;
     }
 
-    std::vector<std::array<int, 3>> m_palette;
+    std::vector<Channels> m_palette;
     std::vector<Candidates> m_cells;
-    std::vector<BYTE> m_candidates;
+    std::vector<Channels> m_candidates;
 };
 
 VOwnedGlobal Quantized(const VDibView& source, size_t colors)
