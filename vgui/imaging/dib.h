@@ -220,7 +220,7 @@ public:
         CanvasBottomRight,
     };
     // Changes the size (1 and more pixels) without resampling, cutting off what finds no room. New room is
-    // white, or the colour of the table next to it. position: a CanvasPosition.
+    // white, or the colour of the table nearest to it. position: a CanvasPosition.
     int ChangeCanvasSize(int cx, int cy, int position);
 
     // Adds a value, -255 to 255, to all channels. Results below 0 and above 255 are cut off, here and below.
@@ -247,8 +247,8 @@ public:
     // one.
     int ColorQuantize(int colors);
 
-    // Filters of 3 x 3 pixels, and more for the median; the image's border counts as going on outside.
-    // strength: how much of the filtered image there is in the result, 0 to 100 percent.
+    // Filters of 3 x 3 pixels, and more for the median; all of them mix pixels. The pixels of the border are
+    // repeated outside. strength: how much of the filtered image there is in the result, 0 to 100 percent.
 
     enum EdgeMode {
         EdgeVertical,   // Sobel operator across: edges that stand upright

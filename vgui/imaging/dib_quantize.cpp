@@ -43,11 +43,13 @@ public:
     [[nodiscard]] const std::vector<DWORD>& Colors() const { return m_colors; }
 
 private:
-    static constexpr size_t kSlots = 4 * kMaxColors; // a power of 2, and never nearly full
+    static constexpr DWORD kScatter = 2654435761; // spreads neighbours over all slots
+    static constexpr unsigned kSlotBits = 10;
+    static constexpr size_t kSlots = size_t{1} << kSlotBits; // never nearly full
 
     bool AddOne(DWORD color)
     {
-        size_t slot = (color * 2654435761U) >> 22U;
+        size_t slot = (color * kScatter) >> (32 - kSlotBits);
         while (m_slots[slot] != 0 && m_slots[slot] != color + 1)
             slot = (slot + 1) % kSlots;
         if (m_slots[slot] != 0)
