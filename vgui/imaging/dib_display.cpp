@@ -1,0 +1,239 @@
+// The DIB object on a device context: plain, stretched, dithered and transparent, and drawing into it.
+#include "vgui/imaging/dib.h"
+
+#include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/dib_dither.h"
+#include "vgui/imaging/dib_draw.h"
+
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace
+{
+
+constexpr int kMaxDitheredDepth = 8; // bits per pixel of the device
+
+bool IsUsable(const CDC* pDC)
+{
+    return pDC != nullptr && pDC->m_hDC != nullptr;
+}
+
+HBITMAP HandleOf(const CBitmap* pBitmap)
+{
+    return pBitmap != nullptr ? static_cast<HBITMAP>(pBitmap->m_hObject) : nullptr;
+}
+
+CSize SizeOf(HBITMAP hBitmap)
+{
+    BITMAP record = {};
+    ::GetObject(hBitmap, sizeof record, &record);
+    return {record.bmWidth, record.bmHeight};
+}
+
+int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rcDest, const CRect& rcSrc,
+                  DWORD rop)
+{
+    const VBitmapDC source(dc, HandleOf(pBitmap));
+    if (!source)
+        return FALSE;
+    const VPaletteScope palette(dc, pPalette);
+    return ::StretchBlt(dc.m_hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), source.Get(),
+                        rcSrc.left, rcSrc.top, rcSrc.Width(), rcSrc.Height(), rop);
+}
+
+// Draws the copy that DitherDib made.
+int StretchDib(HDC hDC, const VDibView& dib, const CRect& rcDest, const CRect& rcSrc)
+{
+    const VStretchModeScope mode(hDC, COLORONCOLOR);
+    const int lines =
+        ::StretchDIBits(hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), rcSrc.left,
+                        dib.Height() - rcSrc.bottom, rcSrc.Width(), rcSrc.Height(), dib.Bits(),
+                        reinterpret_cast<const BITMAPINFO*>(dib.Block()), DIB_RGB_COLORS, SRCCOPY);
+    return lines != 0 && lines != static_cast<int>(GDI_ERROR);
+}
+
+} // namespace
+
+// ---- Plain
+
+int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop)
+{
+    if (!IsUsable(pDC))
+        return FALSE;
+    if (IsRequireDither(pDC))
+        return DitherDisplay(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(w, h)),
+                             rop);
+    const VBitmapDC source(*pDC, HandleOf(m_pBitmap));
+    if (!source)
+        return FALSE;
+    const VPaletteScope palette(*pDC, m_pPalette);
+    return ::BitBlt(pDC->m_hDC, x, y, w, h, source.Get(), xSrc, ySrc, rop);
+}
+
+int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop)
+{
+    return Display(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(wSrc, hSrc)), rop);
+}
+
+int CDib::Display(CDC* pDC, int x, int y, DWORD rop)
+{
+    return Display(pDC, x, y, GetWidth(), GetHeight(), 0, 0, rop);
+}
+
+int CDib::Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop)
+{
+    if (!IsUsable(pDC))
+        return FALSE;
+    if (IsRequireDither(pDC))
+        return DitherDisplay(pDC, rcDest, rcSrc, rop);
+    return StretchBitmap(*pDC, m_pBitmap, m_pPalette, rcDest, rcSrc, rop);
+}
+
+bool CDib::Display(CWnd* pWnd)
+{
+    if (pWnd == nullptr || pWnd->m_hWnd == nullptr)
+        return false;
+    CRect client;
+    pWnd->GetClientRect(client);
+    CClientDC dc(pWnd);
+    return Display(&dc, client);
+}
+
+bool CDib::Display(CDC* pDC, const CRect& rc)
+{
+    const HBITMAP hBitmap = HandleOf(m_pBitmap);
+    if (!IsUsable(pDC) || hBitmap == nullptr)
+        return false;
+    // The source begins at the rectangle's corner, too; hosts rely on it.
+    const CRect source(rc.TopLeft(), SizeOf(hBitmap));
+    // A picture that was loaded into the bitmap only has nothing to do with the block.
+    if (hBitmap != m_hBitmap)
+        return StretchBitmap(*pDC, m_pBitmap, nullptr, rc, source, SRCCOPY) != FALSE;
+    return Display(pDC, rc, source, SRCCOPY) != FALSE;
+}
+
+// ---- Dithered
+
+int CDib::IsRequireDither(CDC* pDC)
+{
+    return IsUsable(pDC) && GetBitCount() == 24 && pDC->GetDeviceCaps(BITSPIXEL) <= kMaxDitheredDepth;
+}
+
+int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD)
+{
+    if (!IsUsable(pDC))
+        return FALSE;
+    const VOwnedGlobal copy = DitherDib(m_hDib);
+    const VLockedDib dib(copy.Get());
+    if (!dib)
+        return FALSE;
+    CPalette palette;
+    if (!palette.Attach(DibPalette(dib).Release()))
+        return FALSE;
+    CPalette* const pOldPalette = pDC->SelectPalette(&palette, TRUE);
+    pDC->RealizePalette();
+    const int drawn = StretchDib(pDC->m_hDC, dib, rcDest, rcSrc);
+    if (pOldPalette != nullptr)
+        pDC->SelectPalette(pOldPalette, FALSE);
+    return drawn;
+}
+
+// ---- Transparent
+
+int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key)
+{
+    if (!IsUsable(pDC) || m_hBitmap == nullptr)
+        return FALSE;
+    const CSize size = SizeOf(m_hBitmap);
+    const VOwnedBitmap maskBitmap(::CreateBitmap(size.cx, size.cy, 1, 1, nullptr));
+    const VOwnedBitmap inverseBitmap(::CreateBitmap(size.cx, size.cy, 1, 1, nullptr));
+    const VOwnedBitmap workBitmap(::CreateCompatibleBitmap(pDC->m_hDC, size.cx, size.cy));
+    const VOwnedBitmap imageBitmap(::CreateCompatibleBitmap(pDC->m_hDC, size.cx, size.cy));
+    const VBitmapDC source(*pDC, m_hBitmap);
+    const VBitmapDC mask(*pDC, maskBitmap.Get());
+    const VBitmapDC inverse(*pDC, inverseBitmap.Get());
+    const VBitmapDC work(*pDC, workBitmap.Get());
+    const VBitmapDC image(*pDC, imageBitmap.Get());
+    if (!source || !mask || !inverse || !work || !image)
+        return FALSE;
+
+    const auto copy = [size](HDC target, HDC from, DWORD rop) {
+        ::BitBlt(target, 0, 0, size.cx, size.cy, from, 0, 0, rop);
+    };
+    const VPaletteScope palette(*pDC, m_pPalette);
+    // The masks are combined with a copy of the image in the display's own format: in the image itself, with
+    // a colour table that has not black first and white last, the indices would be combined.
+    copy(image.Get(), source.Get(), SRCCOPY);
+    {
+        const VBkColorScope background(source.Get(), key);
+        copy(mask.Get(), source.Get(), SRCCOPY);
+    }
+    copy(inverse.Get(), mask.Get(), NOTSRCCOPY);
+    ::BitBlt(work.Get(), 0, 0, size.cx, size.cy, pDC->m_hDC, x, y, SRCCOPY);
+    copy(work.Get(), mask.Get(), SRCAND);
+    copy(image.Get(), inverse.Get(), SRCAND);
+    copy(work.Get(), image.Get(), SRCPAINT);
+    ::BitBlt(pDC->m_hDC, x, y, size.cx, size.cy, work.Get(), 0, 0, SRCCOPY);
+    return TRUE;
+}
+
+// ---- The palette's swatches
+
+int CDib::DisplayPalette(CDC* pDC, CRect rc)
+{
+    if (!IsUsable(pDC) || m_pPalette == nullptr)
+        return FALSE;
+    PALETTEENTRY entries[kMaxDibColors] = {};
+    const int count = static_cast<int>(m_pPalette->GetPaletteEntries(0, kMaxDibColors, entries));
+    const int columns = static_cast<int>(std::sqrt(count));
+    if (columns == 0)
+        return FALSE;
+    const CSize cell(rc.Width() / columns, rc.Height() / columns);
+    CPalette* const pOldPalette = pDC->SelectPalette(m_pPalette, FALSE);
+    pDC->RealizePalette();
+    for (int i = 0; i < count; ++i) {
+        const VOwnedBrush brush(
+            ::CreateSolidBrush(RGB(entries[i].peRed, entries[i].peGreen, entries[i].peBlue)));
+        const VSelectScope selected(pDC->m_hDC, brush.Get());
+        // Where the count is no square, the last rows lie below the rectangle.
+        const CPoint corner(rc.left + i % columns * cell.cx, rc.top + i / columns * cell.cy);
+        pDC->Rectangle(CRect(corner, cell));
+    }
+    if (pOldPalette != nullptr)
+        pDC->SelectPalette(pOldPalette, FALSE);
+    return TRUE;
+}
+
+// ---- Drawing into the image
+
+CDC* CDib::BeginPaint(CDC* pDC)
+{
+    if (m_pMemDC != nullptr || m_pBitmap == nullptr)
+        return m_pMemDC;
+    auto* const dc = new CDC;
+    if (!dc->CreateCompatibleDC(pDC)) {
+        delete dc;
+        return nullptr;
+    }
+    m_pMemDC = dc;
+    if (m_pPalette != nullptr) {
+        m_pPaletteOld = dc->SelectPalette(m_pPalette, TRUE);
+        dc->RealizePalette();
+    }
+    m_pBitmapOld = dc->SelectObject(static_cast<CGdiObject*>(m_pBitmap));
+    return dc;
+}
+
+void CDib::EndPaint()
+{
+    if (m_pMemDC == nullptr)
+        return;
+    if (m_pBitmapOld != nullptr)
+        m_pMemDC->SelectObject(std::exchange(m_pBitmapOld, nullptr));
+    if (m_pPaletteOld != nullptr)
+        m_pMemDC->SelectPalette(std::exchange(m_pPaletteOld, nullptr), TRUE);
+    delete std::exchange(m_pMemDC, nullptr);
+    ::GdiFlush();
+    Create(m_hBitmap);
+}

@@ -1,0 +1,187 @@
+#include "vgui/imaging/dib_dither.h"
+
+#include "vgui/imaging/dib_block.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <vector>
+
+namespace
+{
+
+constexpr BYTE kEighths[] = {0, 36, 73, 109, 146, 182, 219, 255};
+constexpr BYTE kThirds[] = {0, 85, 170, 255};
+
+constexpr RGBQUAD DitherColor(DWORD index)
+{
+    return {kThirds[index & 3], kEighths[(index >> 2) & 7], kEighths[index >> 5], 0};
+}
+
+// What a channel's value adds to a pixel's index, and a quarter of the error that is made, rounded down.
+struct ChannelStep {
+    BYTE index;
+    signed char error;
+};
+using ChannelTable = std::array<ChannelStep, 256>;
+
+template <class Step>
+constexpr ChannelTable MakeTable(Step step)
+{
+    ChannelTable table = {};
+    for (int value = 0; value < 256; ++value)
+        table[value] = step(value);
+    return table;
+}
+
+constexpr ChannelTable kBlue = MakeTable([](int value) {
+    const int level = value / 85 + (value % 85 > 43 ? 1 : 0);
+    return ChannelStep{static_cast<BYTE>(level), static_cast<signed char>((value - kThirds[level]) >> 2)};
+});
+constexpr ChannelTable kGreen = MakeTable([](int value) {
+    const int level = value >> 5;
+    return ChannelStep{static_cast<BYTE>(level * 4),
+                       static_cast<signed char>((value - kEighths[level]) >> 2)};
+});
+constexpr ChannelTable kRed = MakeTable([](int value) {
+    const int level = value >> 5;
+    return ChannelStep{static_cast<BYTE>(value & 0xE0),
+                       static_cast<signed char>((value - kEighths[level]) >> 2)};
+});
+
+BYTE Clamped(int value)
+{
+    return static_cast<BYTE>(std::clamp(value, 0, 255));
+}
+
+// Turns a row of blue, green, red bytes into indices. Half of each pixel's error goes to its right neighbour
+// and a quarter to the pixel of the next row; on purpose none goes diagonally. There is a spare pixel behind
+// each row.
+void DitherRow(BYTE* current, BYTE* next, LONG width, BYTE* indices)
+{
+    for (LONG x = 0; x < width; ++x, current += 3, next += 3) {
+        const ChannelStep steps[] = {kBlue[current[0]], kGreen[current[1]], kRed[current[2]]};
+        indices[x] = static_cast<BYTE>(steps[0].index + steps[1].index + steps[2].index);
+        for (int channel = 0; channel < 3; ++channel) {
+            next[channel] = Clamped(next[channel] + steps[channel].error);
+            current[3 + channel] = Clamped(current[3 + channel] + 2 * steps[channel].error);
+        }
+    }
+}
+
+void DitherRows(const VDibView& source, const VDibView& target)
+{
+    const LONG width = source.Width();
+    const size_t bytes = static_cast<size_t>(width) * 3;
+    std::vector<BYTE> current(bytes + 3);
+    std::vector<BYTE> next(bytes + 3);
+    // In the order in which they are stored, which begins with the bottom row. The row after the last one is
+    // a spare.
+    LONG y = source.Height() - 1;
+    std::memcpy(next.data(), source.Row(y), bytes);
+    for (; y >= 0; --y) {
+        current.swap(next);
+        if (y > 0)
+            std::memcpy(next.data(), source.Row(y - 1), bytes);
+        DitherRow(current.data(), next.data(), width, target.Row(y));
+    }
+}
+
+struct LogPalette {
+    WORD version = 0x300;
+    WORD count = kMaxDibColors;
+    PALETTEENTRY entries[kMaxDibColors] = {};
+};
+static_assert(offsetof(LogPalette, entries) == offsetof(LOGPALETTE, palPalEntry));
+
+void SetDitherColors(LogPalette& palette)
+{
+    for (DWORD i = 0; i < kMaxDibColors; ++i) {
+        const RGBQUAD color = DitherColor(i);
+        palette.entries[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
+    }
+}
+
+// Makes it an identity palette, which needs no translation of indices: the system palette itself.
+void TakeSystemPalette(HDC screen, LogPalette& palette)
+{
+    ::SetSystemPaletteUse(screen, SYSPAL_NOSTATIC);
+    ::SetSystemPaletteUse(screen, SYSPAL_STATIC);
+    const int size = ::GetDeviceCaps(screen, SIZEPALETTE);
+    ::GetSystemPaletteEntries(screen, 0, static_cast<UINT>(size), palette.entries);
+    // The system's own colours stand at both ends. Drivers that do not know their number of colours know
+    // that of the reserved ones.
+    int reserved = ::GetDeviceCaps(screen, NUMCOLORS);
+    if (reserved <= 0 || reserved > size)
+        reserved = ::GetDeviceCaps(screen, NUMRESERVED);
+    for (int i = 0; i < size; ++i) {
+        const bool isReserved = i < reserved / 2 || i >= size - reserved / 2;
+        palette.entries[i].peFlags = isReserved ? 0 : PC_NOCOLLAPSE;
+    }
+    palette.count = static_cast<WORD>(size);
+}
+
+LogPalette DisplayPalette()
+{
+    LogPalette palette;
+    SetDitherColors(palette);
+    const VOwnedScreenDC screen(::GetDC(nullptr));
+    const int size = ::GetDeviceCaps(screen.Get(), SIZEPALETTE);
+    if ((::GetDeviceCaps(screen.Get(), RASTERCAPS) & RC_PALETTE) != 0 && size > 0 &&
+        size <= static_cast<int>(kMaxDibColors))
+        TakeSystemPalette(screen.Get(), palette);
+    return palette;
+}
+
+// Replaces the dither colours by those that the display can show.
+bool MatchColors(const VDibView& dib)
+{
+    const LogPalette entries = DisplayPalette();
+    const VOwnedPalette palette(::CreatePalette(reinterpret_cast<const LOGPALETTE*>(&entries)));
+    if (!palette)
+        return false;
+    BYTE nearest[kMaxDibColors];
+    for (DWORD i = 0; i < kMaxDibColors; ++i) {
+        const RGBQUAD color = dib.Color(i);
+        const COLORREF wanted = RGB(color.rgbRed, color.rgbGreen, color.rgbBlue);
+        nearest[i] = static_cast<BYTE>(::GetNearestPaletteIndex(palette.Get(), wanted));
+    }
+    BYTE* const bits = dib.Bits();
+    std::transform(bits, bits + dib.ImageBytes(), bits, [&nearest](BYTE index) { return nearest[index]; });
+    for (DWORD i = 0; i < kMaxDibColors; ++i) {
+        const PALETTEENTRY& entry = entries.entries[i];
+        dib.SetColor(i, {entry.peBlue, entry.peGreen, entry.peRed, 0});
+    }
+    return true;
+}
+
+VOwnedGlobal DitherTrueColor(const VDibView& source)
+{
+    BITMAPINFOHEADER header = DIBHeader(source.Width(), source.Height(), 8);
+    header.biClrUsed = kMaxDibColors;
+    VOwnedGlobal block = NewDib(header);
+    const VLockedDib target(block.Get());
+    if (!target)
+        return {};
+    for (DWORD i = 0; i < kMaxDibColors; ++i)
+        target.SetColor(i, DitherColor(i));
+    DitherRows(source, target);
+    return MatchColors(target) ? std::move(block) : VOwnedGlobal();
+}
+
+} // namespace
+
+VOwnedGlobal DitherDib(HGLOBAL hDib)
+{
+    const VLockedDib dib(hDib);
+    if (!dib)
+        return {};
+    if (dib.BitCount() <= kMaxIndexedBits)
+        return DuplicateDib(hDib);
+    const CWaitCursor wait;
+    if (dib.BitCount() == 24)
+        return DitherTrueColor(dib);
+    const VOwnedGlobal converted = ConvertDIBFormat(hDib, 24);
+    const VLockedDib trueColor(converted.Get());
+    return trueColor ? DitherTrueColor(trueColor) : VOwnedGlobal();
+}

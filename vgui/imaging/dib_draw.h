@@ -1,0 +1,58 @@
+// What drawing an image on a device context takes. For use inside the library.
+#pragma once
+
+#include "vgui/foundation/gdi_scope.h"
+
+#include <afxwin.h>
+
+// Coordinates beyond this are none to GDI.
+inline constexpr LONG kMaxGdiCoordinate = (1 << 27) - 1;
+
+// Selects a palette as a background palette and realises it; puts the old one back, again as background, at
+// the end of the block. With a null palette nothing happens. Both outlive the scope.
+class VPaletteScope
+{
+public:
+    VPaletteScope(CDC& dc, CPalette* pPalette)
+        : m_dc(dc), m_pOldPalette(pPalette != nullptr ? dc.SelectPalette(pPalette, TRUE) : nullptr)
+    {
+        if (m_pOldPalette != nullptr)
+            dc.RealizePalette();
+    }
+    VPaletteScope(const VPaletteScope&) = delete;
+    VPaletteScope& operator=(const VPaletteScope&) = delete;
+    ~VPaletteScope()
+    {
+        if (m_pOldPalette != nullptr)
+            m_dc.SelectPalette(m_pOldPalette, TRUE);
+    }
+
+private:
+    CDC& m_dc;
+    CPalette* m_pOldPalette;
+};
+
+// A memory DC with a bitmap in it. Empty when the bitmap is null or in use in another DC.
+class VBitmapDC
+{
+public:
+    VBitmapDC(const CDC& likeDC, HBITMAP hBitmap) : m_dc(::CreateCompatibleDC(likeDC.m_hDC))
+    {
+        if (m_dc && hBitmap != nullptr)
+            m_hOldBitmap = ::SelectObject(m_dc.Get(), hBitmap);
+    }
+    VBitmapDC(const VBitmapDC&) = delete;
+    VBitmapDC& operator=(const VBitmapDC&) = delete;
+    ~VBitmapDC()
+    {
+        if (m_hOldBitmap != nullptr)
+            ::SelectObject(m_dc.Get(), m_hOldBitmap);
+    }
+
+    explicit operator bool() const { return m_hOldBitmap != nullptr; }
+    [[nodiscard]] HDC Get() const { return m_dc.Get(); }
+
+private:
+    VOwnedMemoryDC m_dc;
+    HGDIOBJ m_hOldBitmap = nullptr;
+};

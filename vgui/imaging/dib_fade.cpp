@@ -1,0 +1,197 @@
+// Fading the DIB object in and out.
+#include "vgui/imaging/dib_fade.h"
+
+#include "vgui/imaging/dib.h"
+#include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/dib_pause.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace
+{
+
+// Behind the header of a BI_BITFIELDS image.
+constexpr size_t kMaskBytes = 3 * sizeof(DWORD);
+
+// One channel of 16-bit pixels.
+class WordChannel
+{
+public:
+    explicit WordChannel(DWORD mask) : m_mask(mask & 0xFFFF)
+    {
+        while (m_mask != 0 && (m_mask >> m_shift & 1) == 0)
+            ++m_shift;
+    }
+
+    // Between the channel's own range and that of a byte; there and back again gives the same value.
+    [[nodiscard]] BYTE Get(DWORD pixel) const
+    {
+        const DWORD largest = m_mask >> m_shift;
+        return largest == 0
+                   ? 0
+                   : static_cast<BYTE>((((pixel & m_mask) >> m_shift) * 255 + largest / 2) / largest);
+    }
+    [[nodiscard]] DWORD Put(BYTE value) const
+    {
+        const DWORD largest = m_mask >> m_shift;
+        return ((value * largest + 127) / 255 << m_shift) & m_mask;
+    }
+
+private:
+    DWORD m_mask;
+    int m_shift = 0;
+};
+
+std::vector<WordChannel> WordChannels(const VDibView& dib)
+{
+    std::vector<WordChannel> channels;
+    if (dib.Compression() != BI_BITFIELDS)
+        return {WordChannel(0x7C00), WordChannel(0x03E0), WordChannel(0x001F)};
+    for (DWORD i = 0; i < 3; ++i) {
+        const RGBQUAD entry = dib.Color(i);
+        DWORD mask = 0;
+        std::memcpy(&mask, &entry, sizeof mask);
+        channels.emplace_back(mask);
+    }
+    return channels;
+}
+
+RGBQUAD Faded(RGBQUAD color, const VFadeLevels& levels)
+{
+    return {levels[color.rgbBlue], levels[color.rgbGreen], levels[color.rgbRed], color.rgbReserved};
+}
+
+void FadeColors(const VDibView& original, const VDibView& live, const VFadeLevels& levels)
+{
+    for (DWORD i = 0; i < kMaxDibColors; ++i)
+        live.SetColor(i, Faded(original.Color(i), levels));
+}
+
+void FadeWords(const VDibView& original, const VDibView& live, const VFadeLevels& levels)
+{
+    const std::vector<WordChannel> channels = WordChannels(original);
+    std::vector<WORD> faded(0x10000);
+    for (DWORD pixel = 0; pixel < faded.size(); ++pixel) {
+        DWORD value = 0;
+        for (const WordChannel& channel : channels)
+            value |= channel.Put(levels[channel.Get(pixel)]);
+        faded[pixel] = static_cast<WORD>(value);
+    }
+    for (LONG y = 0; y < original.Height(); ++y) {
+        const BYTE* from = original.Row(y);
+        BYTE* to = live.Row(y);
+        for (LONG x = 0; x < original.Width(); ++x, from += sizeof(WORD), to += sizeof(WORD)) {
+            WORD pixel = 0;
+            std::memcpy(&pixel, from, sizeof pixel);
+            std::memcpy(to, &faded[pixel], sizeof pixel);
+        }
+    }
+}
+
+// For 24 and 32 bits. The fourth byte of a pixel is none of a colour.
+template <size_t PixelBytes>
+void FadeBytes(const VDibView& original, const VDibView& live, const VFadeLevels& levels)
+{
+    const size_t rowBytes = static_cast<size_t>(original.Width()) * PixelBytes;
+    for (LONG y = 0; y < original.Height(); ++y) {
+        const BYTE* const from = original.Row(y);
+        BYTE* const to = live.Row(y);
+        for (size_t i = 0; i < rowBytes; i += PixelBytes) {
+            to[i] = levels[from[i]];
+            to[i + 1] = levels[from[i + 1]];
+            to[i + 2] = levels[from[i + 2]];
+        }
+    }
+}
+
+// Makes live, a copy of original, show the frame of the levels.
+void FadeImage(const VDibView& original, const VDibView& live, const VFadeLevels& levels)
+{
+    switch (original.BitCount()) {
+    case 16:
+        FadeWords(original, live, levels);
+        break;
+    case 24:
+        FadeBytes<3>(original, live, levels);
+        break;
+    case 32:
+        FadeBytes<4>(original, live, levels);
+        break;
+    default:
+        FadeColors(original, live, levels);
+        break;
+    }
+    // The masks of a block that has no room of their own for them lie among the pixels.
+    if (original.Compression() == BI_BITFIELDS) {
+        constexpr size_t kHeaderBytes = sizeof(BITMAPINFOHEADER);
+        std::memcpy(live.Block() + kHeaderBytes, original.Block() + kHeaderBytes,
+                    std::min(kMaskBytes, original.Length() - kHeaderBytes));
+    }
+}
+
+bool AreEqual(const VDibView& one, const VDibView& other)
+{
+    return std::memcmp(one.Block(), other.Block(), std::min(one.Length(), other.Length())) == 0;
+}
+
+// A copy of a block, locked.
+class CopiedDib
+{
+public:
+    explicit CopiedDib(HGLOBAL hDib) : m_block(DuplicateDib(hDib)), m_view(m_block.Get()) {}
+    [[nodiscard]] const VDibView& View() const { return m_view; }
+
+private:
+    VOwnedGlobal m_block;
+    VLockedDib m_view;
+};
+
+int Fade(CDib& dib, VFadeLevels::Kind kind, CDC* pDC, int x, int y, int steps, DWORD delay)
+{
+    if (pDC == nullptr || pDC->m_hDC == nullptr || dib.GetBitmap() == nullptr)
+        return FALSE;
+    const VLockedDib live(dib.GetHandle());
+    const CopiedDib original(dib.GetHandle());
+    const CopiedDib last(dib.GetHandle());
+    if (!live || !original.View() || !last.View())
+        return FALSE;
+    // One step leads from the beginning to the end.
+    VFadeLevels ended(kind, 1);
+    ended.Advance();
+    FadeImage(original.View(), last.View(), ended);
+
+    VFadeLevels levels(kind, steps);
+    const auto takeFrame = [&] {
+        FadeImage(original.View(), live, levels);
+        dib.BuildPalette();
+        return dib.BuildBitmap() != FALSE;
+    };
+    // A fade-out begins with whatever the bitmap shows.
+    bool isShown = kind == VFadeLevels::Kind::Out || takeFrame();
+    if (isShown)
+        dib.Display(pDC, x, y, SRCCOPY);
+    do {
+        levels.Advance();
+        isShown = isShown && takeFrame();
+        if (isShown)
+            dib.Display(pDC, x, y, SRCCOPY);
+        PauseTransition(delay);
+    } while (isShown && !AreEqual(live, last.View()));
+    // Palette and bitmap keep the last frame; hosts rely on it.
+    std::memcpy(live.Block(), original.View().Block(), live.Length());
+    return isShown;
+}
+
+} // namespace
+
+int CDib::DisplayFadeIn(CDC* pDC, int x, int y, int steps, DWORD delay)
+{
+    return Fade(*this, VFadeLevels::Kind::In, pDC, x, y, steps, delay);
+}
+
+int CDib::DisplayFadeOut(CDC* pDC, int x, int y, int steps, DWORD delay)
+{
+    return Fade(*this, VFadeLevels::Kind::Out, pDC, x, y, steps, delay);
+}
