@@ -117,10 +117,11 @@ end_remembered() { # FILE
     fi
 }
 
-start_display() { # SLOT: an X server on a display number that it finds itself
+# start_display SLOT: an X server on a display number that it finds itself. Its depth is display_depth, or 24.
+start_display() {
     local slot=$1 number=
     : >"$slot/display.number"
-    setsid Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset -s 0 \
+    setsid Xvfb -displayfd 3 -screen 0 "1280x1024x${display_depth:-24}" -nolisten tcp -noreset -s 0 \
         3>"$slot/display.number" </dev/null >"$slot/xvfb.log" 2>&1 &
     remember_process "$slot/xvfb" $!
     for _ in {1..200}; do

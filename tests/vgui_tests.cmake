@@ -82,3 +82,12 @@ function(vgui_add_test_file target folder source)
   add_test(NAME ${folder}.${subject} COMMAND ${target} "--gtest_filter=${filter}")
   set_tests_properties(${folder}.${subject} PROPERTIES TIMEOUT 180 LABELS ${folder})
 endfunction()
+
+# Registers a second run of some suites, on an 8-bit display with a palette.
+function(vgui_add_palette_run folder filter)
+  if(CMAKE_CROSSCOMPILING AND TARGET ${folder}_tests)
+    add_test(NAME ${folder}.palette_display COMMAND ${folder}_tests "--gtest_filter=${filter}")
+    set_tests_properties(${folder}.palette_display PROPERTIES TIMEOUT 180 LABELS ${folder}
+      ENVIRONMENT VGUI_DISPLAY_DEPTH=8)
+  endif()
+endfunction()

@@ -31,6 +31,13 @@ CSize SizeOf(HBITMAP hBitmap)
     return {record.bmWidth, record.bmHeight};
 }
 
+VOwnedBitmap TrueColorSection(CSize size)
+{
+    const BITMAPINFO info = {DIBHeader(size.cx, size.cy, 24), {}};
+    void* bits = nullptr;
+    return VOwnedBitmap(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+}
+
 int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rcDest, const CRect& rcSrc,
                   DWORD rop)
 {
@@ -146,28 +153,32 @@ int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key)
     if (!IsUsable(pDC) || m_hBitmap == nullptr)
         return FALSE;
     const CSize size = SizeOf(m_hBitmap);
+    const VOwnedBitmap colorsBitmap = TrueColorSection(size);
     const VOwnedBitmap maskBitmap(::CreateBitmap(size.cx, size.cy, 1, 1, nullptr));
     const VOwnedBitmap inverseBitmap(::CreateBitmap(size.cx, size.cy, 1, 1, nullptr));
     const VOwnedBitmap workBitmap(::CreateCompatibleBitmap(pDC->m_hDC, size.cx, size.cy));
     const VOwnedBitmap imageBitmap(::CreateCompatibleBitmap(pDC->m_hDC, size.cx, size.cy));
     const VBitmapDC source(*pDC, m_hBitmap);
+    const VBitmapDC colors(*pDC, colorsBitmap.Get());
     const VBitmapDC mask(*pDC, maskBitmap.Get());
     const VBitmapDC inverse(*pDC, inverseBitmap.Get());
     const VBitmapDC work(*pDC, workBitmap.Get());
     const VBitmapDC image(*pDC, imageBitmap.Get());
-    if (!source || !mask || !inverse || !work || !image)
+    if (!source || !colors || !mask || !inverse || !work || !image)
         return FALSE;
 
     const auto copy = [size](HDC target, HDC from, DWORD rop) {
         ::BitBlt(target, 0, 0, size.cx, size.cy, from, 0, 0, rop);
     };
     const VPaletteScope palette(*pDC, m_pPalette);
-    // The masks are combined with a copy of the image in the display's own format: in the image itself, with
-    // a colour table that has not black first and white last, the indices would be combined.
+    // The key is looked for in plain colours: GDI would take the nearest one of a colour table, and compare
+    // the unused byte of a 32-bit pixel. The masks are combined with a copy in the display's own format: in
+    // the image itself, indices would be combined.
+    copy(colors.Get(), source.Get(), SRCCOPY);
     copy(image.Get(), source.Get(), SRCCOPY);
     {
-        const VBkColorScope background(source.Get(), key);
-        copy(mask.Get(), source.Get(), SRCCOPY);
+        const VBkColorScope background(colors.Get(), key);
+        copy(mask.Get(), colors.Get(), SRCCOPY);
     }
     copy(inverse.Get(), mask.Get(), NOTSRCCOPY);
     ::BitBlt(work.Get(), 0, 0, size.cx, size.cy, pDC->m_hDC, x, y, SRCCOPY);

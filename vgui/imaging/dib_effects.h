@@ -32,8 +32,7 @@ public:
         : m_isWipe(kind == Kind::Wipe), m_effect(effect), m_image(image)
     {
         // A longer step than this makes no difference to what is seen.
-        const LONG length = effect >= 17 ? std::max(image.cx, image.cy) : Limit();
-        m_step = std::clamp<LONG>(step, 1, length + 1);
+        m_step = std::clamp<LONG>(step, 1, std::max(image.cx, image.cy) + 1);
     }
 
     // Puts the next frame into parts, in the order of drawing; false after the last frame. A wipe's parts lie

@@ -55,18 +55,17 @@ private:
 class Wiper
 {
 public:
-    Wiper(CDC& dc, CPoint at)
-        : m_dc(dc), m_at(at), m_brush(&dc, ::GetSysColor(COLOR_WINDOW)),
-          m_pen(&dc, ::GetSysColor(COLOR_WINDOW))
+    Wiper(CDC& dc, CPoint at) : m_dc(dc), m_at(at), m_brush(&dc, ::GetSysColor(COLOR_WINDOW)) {}
+    // Not a Rectangle, which may leave out one of a single pixel.
+    void operator()(const CRect& part) const
     {
+        m_dc.PatBlt(m_at.x + part.left, m_at.y + part.top, part.Width(), part.Height(), PATCOPY);
     }
-    void operator()(const CRect& part) const { m_dc.Rectangle(part + m_at); }
 
 private:
     CDC& m_dc;
     CPoint m_at;
     VBrush m_brush;
-    VPen m_pen;
 };
 
 // The loop of all effects that are made of frames.
