@@ -48,7 +48,8 @@ struct GalleryPage {
 #define GALLERY_PAGES(ROW)                                                                                   \
     ROW(DialogsPage)                                                                                         \
     ROW(EditorCommandPage)                                                                                   \
-    ROW(DrawingPage)
+    ROW(DrawingPage)                                                                                         \
+    ROW(ImagesPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)
