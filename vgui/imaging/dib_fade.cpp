@@ -119,7 +119,7 @@ void FadeImage(const VDibView& original, const VDibView& live, const VFadeLevels
     if (original.Compression() == BI_BITFIELDS) {
         constexpr size_t kHeaderBytes = sizeof(BITMAPINFOHEADER);
         std::memcpy(live.Block() + kHeaderBytes, original.Block() + kHeaderBytes,
-                    std::min(kMaskBytes, original.Length() - kHeaderBytes));
+                    std::min(kMaskBytes, live.Length() - kHeaderBytes));
     }
 }
 
