@@ -60,6 +60,7 @@ struct GalleryPage {
     ROW(OutlinePage)                                                                                         \
     ROW(TipPage)                                                                                             \
     ROW(OpenGlPage)                                                                                          \
+    ROW(ImagesPage)                                                                                          \
     ROW(DrawingPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();

@@ -455,6 +455,9 @@ TEST_F(DibPalTest, PlainImageTakesInfoAndRows)
     info.header.biHeight = LONG_MIN;
     EXPECT_FALSE(dib.Create(info.Get(), rows));
     EXPECT_FALSE(dib.Create(nullptr, rows));
+    EXPECT_TRUE(dib.Create(dib.GetInfo(), dib.GetBits())); // from itself
+    EXPECT_EQ(dib.GetColors()[1].rgbRed, 3);
+    EXPECT_EQ(dib.GetBits()[0], 5);
     EXPECT_EQ(dib.GetWidth(), 3);
 }
 

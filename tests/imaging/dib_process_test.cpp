@@ -108,7 +108,7 @@ TEST_F(DibProcessTest, TurnsAndMirrors)
     });
 }
 
-TEST_F(DibProcessTest, CanvasTakesNineplaces)
+TEST_F(DibProcessTest, CanvasHasNinePlaces)
 {
     ForEachPicture([](const Picture& picture) {
         CDib dib;
@@ -207,7 +207,7 @@ TEST_F(DibProcessTest, ZoomRoundsAndKeepsAPixel)
     }
 }
 
-TEST_F(DibProcessTest, RecoloursEachColourByItself)
+TEST_F(DibProcessTest, RecolorsEachColorByItself)
 {
     const auto cut = [](double value) { return std::clamp(std::floor(value + 0.5), 0.0, 255.0); };
     const auto added = [](std::array<int, 3> shifts) {

@@ -151,35 +151,61 @@ public:
     // loading then leaves the image as it was.
     void Serialize(CArchive& ar) override;
 
-    // ---- Display (destination in pDC's logical coordinates)
+    // ---- Display
+    //
+    // Destinations are in pDC's logical coordinates. FALSE for no DC and an empty object. Unless said, pDC's
+    // palette, objects and stretch mode are afterwards what they were.
 
-    // Copies w x h pixels from (xSrc, ySrc) to (x, y).
+    // The four plain displays: copy w x h pixels from (xSrc, ySrc) to (x, y), stretch a part of the image
+    // into a rectangle, copy the whole image to (x, y). They use pDC's stretch mode and answer what GDI does.
+    // An image that IsRequireDither is drawn by DitherDisplay.
     int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop);
-    // Stretches a part of the image into a rectangle.
     int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop);
-    // Copies the whole image to (x, y).
     int Display(CDC* pDC, int x, int y, DWORD rop);
-    // Stretches a part of the image into a rectangle.
     int Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop);
-    // Reveals the image with a transition effect, 1 to 20; step in pixels, delay after each frame in ms. The
-    // call lasts as long as the transition.
+
+    // Reveals the image at (x, y) with a transition effect. Returns when it is over; no messages are handled
+    // meanwhile. step: pixels per frame, below 1 counts as 1; delay: milliseconds after each frame. FALSE,
+    // with nothing drawn, for other effects than
+    //   1 to 4    bands from the top, the bottom, the left, the right
+    //   5, 6      bands from top and bottom, from both sides, towards the middle
+    //   7 to 10   sliding in from the top, the bottom, the left, the right
+    //   11, 12    the halves sliding in from top and bottom, from left and right
+    //   13        the left half from the top, the right half from the bottom
+    //   14        the top half from the left, the bottom half from the right; an odd last row stays out
+    //   15, 16    alternate columns from top and bottom, alternate rows from left and right. They sweep over
+    //             the image once, in the first frame, when nothing has come in yet, and so show nothing. This
+    //             is intended.
+    //   17, 18    a blind of columns, of rows, step pixels apart
+    //   19        a mosaic: blocks of step x step pixels in the order of rand(), which the host seeds. FALSE
+    //             for a step below 1
+    //   20        fading in from black in step frames; rop does not count. Palette and bitmap keep the last
+    //             frame, the block its colours
     int Display(int effect, CDC* pDC, int x, int y, int step, DWORD delay, DWORD rop);
-    // Wipes the image's area with a transition effect, 1 to 20, towards the window colour.
+    // Wipes the image's area with the same effects, towards the window colour; 20 fades to black and leaves
+    // palette and bitmap so until the image changes. All others cover the area, and nothing else.
     int Clear(int effect, CDC* pDC, int x, int y, int step, DWORD delay);
-    // Stretch GetBitmap() into a window's client area or a rectangle. False without one.
+
+    // Stretch GetBitmap() into a window's client area or a rectangle; false without one. The source begins at
+    // the rectangle's top left corner, too: a rectangle that is not at the origin shows less. This is
+    // intended.
     bool Display(CWnd* pWnd);
     bool Display(CDC* pDC, const CRect& rc);
     // Draws the image, leaving out the pixels of the key colour.
     int DisplayTransparent(CDC* pDC, int x, int y, COLORREF key);
-    // Draws the palette as a grid of swatches.
+    // Draws the palette's entries, outlined with pDC's pen, as a grid of as many columns as rows; entries
+    // beyond a square number stand in further rows below the rectangle. FALSE without a palette.
     int DisplayPalette(CDC* pDC, CRect rc);
     // Whether the image has 24 bits and the device at most 8.
     int IsRequireDither(CDC* pDC);
     // Stretches a part of the image into a rectangle through a dithered 8-bit copy. rop is ignored on
-    // purpose: the picture is copied.
+    // purpose: the picture is copied. FALSE also when memory is short.
     int DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop);
-    // A memory DC with the image, to draw into it; it stays the object's. EndPaint takes the drawing over
-    // into the image and ends the DC. The object must not be changed in between.
+
+    // A memory DC, compatible with pDC or, for null, the screen, to draw into GetBitmap(); it stays the
+    // object's, and is the same one until EndPaint. EndPaint takes the drawing over into the image and ends
+    // the DC; without BeginPaint nothing happens. The object must not be changed or displayed in between.
+    // Null without a bitmap.
     CDC* BeginPaint(CDC* pDC);
     void EndPaint();
 
@@ -220,7 +246,7 @@ public:
         CanvasBottomRight,
     };
     // Changes the size (1 and more pixels) without resampling, cutting off what finds no room. New room is
-    // white, or the colour of the table next to it. position: a CanvasPosition.
+    // white, or the colour of the table nearest to it. position: a CanvasPosition.
     int ChangeCanvasSize(int cx, int cy, int position);
 
     // Adds a value, -255 to 255, to all channels. Results below 0 and above 255 are cut off, here and below.
@@ -247,8 +273,8 @@ public:
     // one.
     int ColorQuantize(int colors);
 
-    // Filters of 3 x 3 pixels, and more for the median; the image's border counts as going on outside.
-    // strength: how much of the filtered image there is in the result, 0 to 100 percent.
+    // Filters of 3 x 3 pixels, and more for the median; all of them mix pixels. The pixels of the border are
+    // repeated outside. strength: how much of the filtered image there is in the result, 0 to 100 percent.
 
     enum EdgeMode {
         EdgeVertical,   // Sobel operator across: edges that stand upright

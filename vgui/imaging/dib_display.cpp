@@ -14,16 +14,6 @@ namespace
 
 constexpr int kMaxDitheredDepth = 8; // bits per pixel of the device
 
-bool IsUsable(const CDC* pDC)
-{
-    return pDC != nullptr && pDC->m_hDC != nullptr;
-}
-
-HBITMAP HandleOf(const CBitmap* pBitmap)
-{
-    return pBitmap != nullptr ? static_cast<HBITMAP>(pBitmap->m_hObject) : nullptr;
-}
-
 CSize SizeOf(HBITMAP hBitmap)
 {
     BITMAP record = {};
@@ -41,7 +31,7 @@ VOwnedBitmap TrueColorSection(CSize size)
 int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rcDest, const CRect& rcSrc,
                   DWORD rop)
 {
-    const VBitmapDC source(dc, HandleOf(pBitmap));
+    const VBitmapDC source(dc, BitmapHandle(pBitmap));
     if (!source)
         return FALSE;
     const VPaletteScope palette(dc, pPalette);
@@ -71,7 +61,7 @@ int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWOR
     if (IsRequireDither(pDC))
         return DitherDisplay(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(w, h)),
                              rop);
-    const VBitmapDC source(*pDC, HandleOf(m_pBitmap));
+    const VBitmapDC source(*pDC, BitmapHandle(m_pBitmap));
     if (!source)
         return FALSE;
     const VPaletteScope palette(*pDC, m_pPalette);
@@ -109,7 +99,7 @@ bool CDib::Display(CWnd* pWnd)
 
 bool CDib::Display(CDC* pDC, const CRect& rc)
 {
-    const HBITMAP hBitmap = HandleOf(m_pBitmap);
+    const HBITMAP hBitmap = BitmapHandle(m_pBitmap);
     if (!IsUsable(pDC) || hBitmap == nullptr)
         return false;
     // The source begins at the rectangle's corner, too; hosts rely on it.

@@ -38,34 +38,35 @@ constexpr ChannelTable kBlue = MakeTable([](int value) {
     const int level = value / 85 + (value % 85 > 43 ? 1 : 0);
     return ChannelStep{static_cast<BYTE>(level), static_cast<signed char>((value - kThirds[level]) >> 2)};
 });
-constexpr ChannelTable kGreen = MakeTable([](int value) {
+// Green and red have 8 levels, at different places of the index.
+template <int Unit>
+constexpr ChannelTable kEighthsTable = MakeTable([](int value) {
     const int level = value >> 5;
-    return ChannelStep{static_cast<BYTE>(level * 4),
+    return ChannelStep{static_cast<BYTE>(level * Unit),
                        static_cast<signed char>((value - kEighths[level]) >> 2)};
 });
-constexpr ChannelTable kRed = MakeTable([](int value) {
-    const int level = value >> 5;
-    return ChannelStep{static_cast<BYTE>(value & 0xE0),
-                       static_cast<signed char>((value - kEighths[level]) >> 2)};
-});
+// In the order of the bytes of a pixel: blue, green, red.
+constexpr ChannelTable kSteps[] = {kBlue, kEighthsTable<4>, kEighthsTable<32>};
 
-BYTE Clamped(int value)
+constexpr BYTE Clamped(int value)
 {
     return static_cast<BYTE>(std::clamp(value, 0, 255));
 }
 
-// Turns a row of blue, green, red bytes into indices. Half of each pixel's error goes to its right neighbour
-// and a quarter to the pixel of the next row; on purpose none goes diagonally. There is a spare pixel behind
-// each row.
-void DitherRow(BYTE* current, BYTE* next, LONG width, BYTE* indices)
+// Turns a row of pixels into indices. Half of each pixel's error goes to its right neighbour and a quarter to
+// the pixel of the next row; on purpose none goes diagonally.
+void DitherRow(const BYTE* current, BYTE* next, LONG width, BYTE* indices)
 {
+    int carried[3] = {};
     for (LONG x = 0; x < width; ++x, current += 3, next += 3) {
-        const ChannelStep steps[] = {kBlue[current[0]], kGreen[current[1]], kRed[current[2]]};
-        indices[x] = static_cast<BYTE>(steps[0].index + steps[1].index + steps[2].index);
+        int index = 0;
         for (int channel = 0; channel < 3; ++channel) {
-            next[channel] = Clamped(next[channel] + steps[channel].error);
-            current[3 + channel] = Clamped(current[3 + channel] + 2 * steps[channel].error);
+            const ChannelStep step = kSteps[channel][Clamped(current[channel] + carried[channel])];
+            index += step.index;
+            next[channel] = Clamped(next[channel] + step.error);
+            carried[channel] = 2 * step.error;
         }
+        indices[x] = static_cast<BYTE>(index);
     }
 }
 
@@ -73,10 +74,10 @@ void DitherRows(const VDibView& source, const VDibView& target)
 {
     const LONG width = source.Width();
     const size_t bytes = static_cast<size_t>(width) * 3;
-    std::vector<BYTE> current(bytes + 3);
-    std::vector<BYTE> next(bytes + 3);
-    // In the order in which they are stored, which begins with the bottom row. The row after the last one is
-    // a spare.
+    std::vector<BYTE> current(bytes);
+    std::vector<BYTE> next(bytes);
+    // In the order in which they are stored, which begins with the bottom row. What the last row passes on is
+    // lost.
     LONG y = source.Height() - 1;
     std::memcpy(next.data(), source.Row(y), bytes);
     for (; y >= 0; --y) {

@@ -8,6 +8,17 @@
 // Coordinates beyond this are none to GDI.
 inline constexpr LONG kMaxGdiCoordinate = (1 << 27) - 1;
 
+inline bool IsUsable(const CDC* pDC)
+{
+    return pDC != nullptr && pDC->m_hDC != nullptr;
+}
+
+// Null for null.
+inline HBITMAP BitmapHandle(const CBitmap* pBitmap)
+{
+    return pBitmap != nullptr ? static_cast<HBITMAP>(pBitmap->m_hObject) : nullptr;
+}
+
 // Selects a palette as a background palette and realises it; puts the old one back, again as background, at
 // the end of the block. With a null palette nothing happens. Both outlive the scope.
 class VPaletteScope

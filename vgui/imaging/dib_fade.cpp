@@ -3,6 +3,7 @@
 
 #include "vgui/imaging/dib.h"
 #include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/dib_draw.h"
 #include "vgui/imaging/dib_pause.h"
 
 #include <algorithm>
@@ -15,47 +16,42 @@ namespace
 // Behind the header of a BI_BITFIELDS image.
 constexpr size_t kMaskBytes = 3 * sizeof(DWORD);
 
-// One channel of 16-bit pixels.
+// One channel of 16-bit pixels, and its values in the current frame.
 class WordChannel
 {
 public:
-    explicit WordChannel(DWORD mask) : m_mask(mask & 0xFFFF)
+    WordChannel(DWORD mask, const VFadeLevels& levels) : m_mask(mask & 0xFFFF)
     {
         while (m_mask != 0 && (m_mask >> m_shift & 1) == 0)
             ++m_shift;
+        const DWORD largest = m_mask >> m_shift;
+        m_faded.resize(largest + 1);
+        // The way to the range of a byte and back again gives the same value.
+        for (DWORD value = 1; value <= largest; ++value) {
+            const DWORD level = levels[static_cast<BYTE>((value * 255 + largest / 2) / largest)];
+            m_faded[value] = static_cast<WORD>((level * largest + 127) / 255 << m_shift & m_mask);
+        }
     }
 
-    // Between the channel's own range and that of a byte; there and back again gives the same value.
-    [[nodiscard]] BYTE Get(DWORD pixel) const
-    {
-        const DWORD largest = m_mask >> m_shift;
-        return largest == 0
-                   ? 0
-                   : static_cast<BYTE>((((pixel & m_mask) >> m_shift) * 255 + largest / 2) / largest);
-    }
-    [[nodiscard]] DWORD Put(BYTE value) const
-    {
-        const DWORD largest = m_mask >> m_shift;
-        return ((value * largest + 127) / 255 << m_shift) & m_mask;
-    }
+    // The channel's bits of a pixel.
+    [[nodiscard]] WORD operator()(WORD pixel) const { return m_faded[(pixel & m_mask) >> m_shift]; }
 
 private:
     DWORD m_mask;
     int m_shift = 0;
+    std::vector<WORD> m_faded; // by value
 };
 
-std::vector<WordChannel> WordChannels(const VDibView& dib)
+// The mask of one of the channels red, green and blue.
+DWORD ChannelMask(const VDibView& dib, DWORD channel)
 {
-    std::vector<WordChannel> channels;
+    constexpr DWORD kUsualMasks[] = {0x7C00, 0x03E0, 0x001F};
     if (dib.Compression() != BI_BITFIELDS)
-        return {WordChannel(0x7C00), WordChannel(0x03E0), WordChannel(0x001F)};
-    for (DWORD i = 0; i < 3; ++i) {
-        const RGBQUAD entry = dib.Color(i);
-        DWORD mask = 0;
-        std::memcpy(&mask, &entry, sizeof mask);
-        channels.emplace_back(mask);
-    }
-    return channels;
+        return kUsualMasks[channel];
+    const RGBQUAD entry = dib.Color(channel);
+    DWORD mask = 0;
+    std::memcpy(&mask, &entry, sizeof mask);
+    return mask;
 }
 
 RGBQUAD Faded(RGBQUAD color, const VFadeLevels& levels)
@@ -71,21 +67,17 @@ void FadeColors(const VDibView& original, const VDibView& live, const VFadeLevel
 
 void FadeWords(const VDibView& original, const VDibView& live, const VFadeLevels& levels)
 {
-    const std::vector<WordChannel> channels = WordChannels(original);
-    std::vector<WORD> faded(0x10000);
-    for (DWORD pixel = 0; pixel < faded.size(); ++pixel) {
-        DWORD value = 0;
-        for (const WordChannel& channel : channels)
-            value |= channel.Put(levels[channel.Get(pixel)]);
-        faded[pixel] = static_cast<WORD>(value);
-    }
+    const WordChannel red(ChannelMask(original, 0), levels);
+    const WordChannel green(ChannelMask(original, 1), levels);
+    const WordChannel blue(ChannelMask(original, 2), levels);
     for (LONG y = 0; y < original.Height(); ++y) {
         const BYTE* from = original.Row(y);
         BYTE* to = live.Row(y);
-        for (LONG x = 0; x < original.Width(); ++x, from += sizeof(WORD), to += sizeof(WORD)) {
+        for (LONG x = original.Width(); x > 0; --x, from += sizeof(WORD), to += sizeof(WORD)) {
             WORD pixel = 0;
             std::memcpy(&pixel, from, sizeof pixel);
-            std::memcpy(to, &faded[pixel], sizeof pixel);
+            pixel = red(pixel) | green(pixel) | blue(pixel);
+            std::memcpy(to, &pixel, sizeof pixel);
         }
     }
 }
@@ -127,7 +119,7 @@ void FadeImage(const VDibView& original, const VDibView& live, const VFadeLevels
     if (original.Compression() == BI_BITFIELDS) {
         constexpr size_t kHeaderBytes = sizeof(BITMAPINFOHEADER);
         std::memcpy(live.Block() + kHeaderBytes, original.Block() + kHeaderBytes,
-                    std::min(kMaskBytes, original.Length() - kHeaderBytes));
+                    std::min(kMaskBytes, live.Length() - kHeaderBytes));
     }
 }
 
@@ -150,7 +142,7 @@ private:
 
 int Fade(CDib& dib, VFadeLevels::Kind kind, CDC* pDC, int x, int y, int steps, DWORD delay)
 {
-    if (pDC == nullptr || pDC->m_hDC == nullptr || dib.GetBitmap() == nullptr)
+    if (!IsUsable(pDC) || dib.GetBitmap() == nullptr)
         return FALSE;
     const VLockedDib live(dib.GetHandle());
     const CopiedDib original(dib.GetHandle());

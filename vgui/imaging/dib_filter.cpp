@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 namespace
 {
@@ -93,8 +94,8 @@ VOwnedGlobal Filtered(const VDibView& source, LONG radius, Filter filter)
 
 // ---- Linear filters
 
-// Weights of the pixel and its eight neighbours, row by row.
-using Kernel = std::array<int, 9>;
+// Weights of the pixel and its eight neighbours, row by row. Sums of weighted intensities fit 16 bits.
+using Kernel = std::array<short, 9>;
 
 constexpr Kernel kHighPass[] = {
     {-1, -1, -1, -1, 9, -1, -1, -1, -1},
@@ -107,83 +108,76 @@ constexpr Kernel kLowPass[] = {
     {1, 2, 1, 2, 4, 2, 1, 2, 1},
 };
 
-// Weights and results of the inner loops are fixed-point numbers.
+// Shares are fixed-point numbers.
 constexpr int kFractionBits = 16;
 constexpr int kOne = 1 << kFractionBits;
 constexpr int kPercent = 100;
 
-BYTE ToByte(int fixed)
+// intensity + share * change, rounded and cut off.
+inline BYTE Changed(BYTE intensity, short change, int share)
 {
-    return static_cast<BYTE>(std::clamp((fixed + kOne / 2) >> kFractionBits, 0, 255));
+    const int result = intensity + ((change * share + kOne / 2) >> kFractionBits);
+    return static_cast<BYTE>(result < 0 ? 0 : result > 255 ? 255 : result);
 }
 
-// The kernel mixed with "nothing happens", as fixed-point weights with the sum 1, so that areas of one colour
-// stay as they are.
-Kernel Weakened(const Kernel& kernel, int strength)
-{
-    int sum = 0;
-    for (const int weight : kernel)
-        sum += weight;
-    Kernel weights;
-    int others = 0;
-    for (size_t i = 0; i < weights.size(); ++i) {
-        weights[i] = static_cast<int>(
-            std::lround(static_cast<double>(kernel[i]) * strength * kOne / (sum * kPercent)));
-        others += weights[i];
-    }
-    weights[4] += kOne - others;
-    return weights;
-}
-
-// channels: bytes from a pixel to the next. The pixels are summed row by row, whole rows at a time, so that
-// the compiler can take many at once.
-void Convolve(const RowWindow& window, const Kernel& weights, int* sums, BYTE* row)
+// Nothing in the loop depends on the channel, so the compiler can take many bytes at once.
+void Convolve(const RowWindow& window, const Kernel& kernel, int share, short sum, BYTE* __restrict row)
 {
     const size_t length = window.Length();
     const size_t step = window.Channels();
-    std::fill_n(sums, length, 0);
-    for (size_t line = 0; line < 3; ++line) {
-        const BYTE* const here = window.Row(static_cast<LONG>(line) - 1);
-        const BYTE* const left = here - step;
-        const BYTE* const right = here + step;
-        const int* const w = weights.data() + 3 * line;
-        for (size_t i = 0; i < length; ++i)
-            sums[i] += w[0] * left[i] + w[1] * here[i] + w[2] * right[i];
+    const BYTE* const above = window.Row(-1) - step;
+    const BYTE* const here = window.Row(0) - step;
+    const BYTE* const below = window.Row(1) - step;
+    const auto [a0, a1, a2, h0, h1, h2, b0, b1, b2] = kernel;
+    for (size_t i = 0; i < length; ++i) {
+        const BYTE old = here[i + step];
+        const auto change =
+            static_cast<short>(a0 * above[i] + a1 * above[i + step] + a2 * above[i + 2 * step] +
+                               h0 * here[i] + (h1 - sum) * old + h2 * here[i + 2 * step] + b0 * below[i] +
+                               b1 * below[i + step] + b2 * below[i + 2 * step]);
+        row[i] = Changed(old, change, share);
     }
-    for (size_t i = 0; i < length; ++i)
-        row[i] = ToByte(sums[i]);
 }
 
+// The image mixed with what the kernel makes of it.
 VOwnedGlobal Convolved(HGLOBAL hDib, const Kernel& kernel, int strength)
 {
+    const auto sum = std::accumulate(kernel.begin(), kernel.end(), short{0});
+    const auto share = static_cast<int>(std::lround(1.0 * strength * kOne / (sum * kPercent)));
     return ProcessDib(hDib, [&](const VDibView& source) {
-        const Kernel weights = Weakened(kernel, strength);
-        std::vector<int> sums(static_cast<size_t>(source.Width()) * ColorChannels(source.BitCount()));
         return Filtered(source, 1, [&](const RowWindow& window, BYTE* row) {
-            Convolve(window, weights, sums.data(), row);
+            Convolve(window, kernel, share, sum, row);
         });
     });
 }
 
 // ---- Edges
 
-// across, down: fixed-point shares of the two gradients.
-void AddGradient(const RowWindow& window, int across, int down, BYTE* row)
+// The directions in which the gradient counts: all bits set, or none.
+struct Directions {
+    short across;
+    short down;
+};
+
+inline short Amount(int value)
 {
+    return static_cast<short>(value < 0 ? -value : value);
+}
+
+void AddGradient(const RowWindow& window, Directions directions, int share, BYTE* __restrict row)
+{
+    const size_t length = window.Length();
     const size_t step = window.Channels();
-    const BYTE* const above = window.Row(-1);
-    const BYTE* const here = window.Row(0);
-    const BYTE* const below = window.Row(1);
-    const BYTE* const aboveLeft = above - step;
-    const BYTE* const aboveRight = above + step;
-    const BYTE* const belowLeft = below - step;
-    const BYTE* const belowRight = below + step;
-    for (size_t i = 0; i < window.Length(); ++i) {
-        const int diagonal1 = belowRight[i] - aboveLeft[i];
-        const int diagonal2 = aboveRight[i] - belowLeft[i];
-        const int x = diagonal1 + diagonal2 + 2 * (here[i + step] - (here - step)[i]);
-        const int y = diagonal1 - diagonal2 + 2 * (below[i] - above[i]);
-        row[i] = ToByte(here[i] * kOne + std::abs(x) * across + std::abs(y) * down);
+    const BYTE* const above = window.Row(-1) - step;
+    const BYTE* const here = window.Row(0) - step;
+    const BYTE* const below = window.Row(1) - step;
+    const auto [across, down] = directions;
+    for (size_t i = 0; i < length; ++i) {
+        const int falling = below[i + 2 * step] - above[i];
+        const int rising = above[i + 2 * step] - below[i];
+        const short x = Amount(falling + rising + 2 * (here[i + 2 * step] - here[i]));
+        const short y = Amount(falling - rising + 2 * (below[i + step] - above[i + step]));
+        row[i] = Changed(here[i + step], static_cast<short>((x & across) + (y & down)), share);
     }
 }
 
@@ -194,41 +188,56 @@ constexpr int kMaxMedian = 31;
 // The smaller one to a, the greater one to b.
 inline void Order(BYTE& a, BYTE& b)
 {
-    const BYTE least = std::min(a, b);
-    b = std::max(a, b);
+    const BYTE least = a < b ? a : b;
+    b = a < b ? b : a;
     a = least;
 }
 
-// Of three times three pixels: ordered by columns, the median is that of the greatest of the least, the
-// middle one of the middle ones and the least of the greatest.
-void Median3(const RowWindow& window, BYTE* row)
+inline void Order(BYTE& a, BYTE& b, BYTE& c)
 {
+    Order(a, b);
+    Order(b, c);
+    Order(a, b);
+}
+
+// Of three times three pixels: with the columns ordered, the median is that of the greatest of the least, the
+// middle one of the middle ones and the least of the greatest. No step depends on the pixels, so the compiler
+// can take many bytes at once. columns: three rows with a pixel more at both ends.
+void Median3(const RowWindow& window, BYTE* __restrict columns, BYTE* __restrict row)
+{
+    const size_t length = window.Length();
     const size_t step = window.Channels();
+    const size_t span = length + 2 * step;
     const BYTE* const above = window.Row(-1) - step;
     const BYTE* const here = window.Row(0) - step;
     const BYTE* const below = window.Row(1) - step;
-    for (size_t i = 0; i < window.Length(); ++i) {
-        BYTE least[3];
-        BYTE middle[3];
-        BYTE most[3];
-        for (size_t k = 0; k < 3; ++k) {
-            BYTE a = above[i + k * step];
-            BYTE b = here[i + k * step];
-            BYTE c = below[i + k * step];
-            Order(a, b);
-            Order(b, c);
-            Order(a, b);
-            least[k] = a;
-            middle[k] = b;
-            most[k] = c;
-        }
-        Order(middle[0], middle[1]);
-        Order(middle[1], middle[2]);
-        Order(middle[0], middle[1]);
-        BYTE low = std::max({least[0], least[1], least[2]});
-        BYTE high = std::min({most[0], most[1], most[2]});
-        Order(low, high);
-        row[i] = std::max(low, std::min(middle[1], high));
+    BYTE* const least = columns;
+    BYTE* const middle = columns + span;
+    BYTE* const most = columns + 2 * span;
+    for (size_t i = 0; i < span; ++i) {
+        BYTE a = above[i];
+        BYTE b = here[i];
+        BYTE c = below[i];
+        Order(a, b, c);
+        least[i] = a;
+        middle[i] = b;
+        most[i] = c;
+    }
+    for (size_t i = 0; i < length; ++i) {
+        BYTE low1 = least[i];
+        BYTE low2 = least[i + step];
+        BYTE low3 = least[i + 2 * step];
+        BYTE middle1 = middle[i];
+        BYTE middle2 = middle[i + step];
+        BYTE middle3 = middle[i + 2 * step];
+        BYTE high1 = most[i];
+        BYTE high2 = most[i + step];
+        BYTE high3 = most[i + 2 * step];
+        Order(low1, low2, low3);
+        Order(middle1, middle2, middle3);
+        Order(high1, high2, high3);
+        Order(low3, middle2, high1);
+        row[i] = middle2;
     }
 }
 
@@ -288,10 +297,20 @@ void MedianAlong(const RowWindow& window, int size, size_t channel, BYTE* row)
     }
 }
 
-void MedianOf(const RowWindow& window, int size, BYTE* row)
+VOwnedGlobal SmallMedian(const VDibView& source)
 {
-    for (size_t channel = 0; channel < 3; ++channel)
-        MedianAlong(window, size, channel, row);
+    const size_t pixels = static_cast<size_t>(source.Width()) + 2;
+    std::vector<BYTE> columns(3 * pixels * ColorChannels(source.BitCount()));
+    return Filtered(source, 1,
+                    [&columns](const RowWindow& window, BYTE* row) { Median3(window, columns.data(), row); });
+}
+
+VOwnedGlobal LargeMedian(const VDibView& source, int size)
+{
+    return Filtered(source, size / 2, [size](const RowWindow& window, BYTE* row) {
+        for (size_t channel = 0; channel < 3; ++channel)
+            MedianAlong(window, size, channel, row);
+    });
 }
 
 bool IsPercent(int strength)
@@ -305,12 +324,12 @@ int CDib::EdgeEnhance(int strength, int mode)
 {
     if (!IsPercent(strength) || mode < EdgeVertical || mode > EdgeBoth)
         return FALSE;
-    const int share = strength * kOne / (4 * kPercent);
-    const int across = mode == EdgeHorizontal ? 0 : share;
-    const int down = mode == EdgeVertical ? 0 : share;
+    const auto share = static_cast<int>(std::lround(strength * kOne / (4.0 * kPercent)));
+    const Directions directions{static_cast<short>(mode == EdgeHorizontal ? 0 : -1),
+                                static_cast<short>(mode == EdgeVertical ? 0 : -1)};
     return ReplaceDib(ProcessDib(m_hDib, [=](const VDibView& source) {
                           return Filtered(source, 1, [=](const RowWindow& window, BYTE* row) {
-                              AddGradient(window, across, down, row);
+                              AddGradient(window, directions, share, row);
                           });
                       }).Release());
 }
@@ -334,11 +353,6 @@ int CDib::MedianFilter(int size)
     if (size < 3 || size > kMaxMedian || size % 2 == 0)
         return FALSE;
     return ReplaceDib(ProcessDib(m_hDib, [size](const VDibView& source) {
-                          return Filtered(source, size / 2, [size](const RowWindow& window, BYTE* row) {
-                              if (size == 3)
-                                  Median3(window, row);
-                              else
-                                  MedianOf(window, size, row);
-                          });
+                          return size == 3 ? SmallMedian(source) : LargeMedian(source, size);
                       }).Release());
 }

@@ -43,11 +43,13 @@ public:
     [[nodiscard]] const std::vector<DWORD>& Colors() const { return m_colors; }
 
 private:
-    static constexpr size_t kSlots = 4 * kMaxColors; // a power of 2, and never nearly full
+    static constexpr DWORD kScatter = 2654435761; // spreads neighbours over all slots
+    static constexpr unsigned kSlotBits = 10;
+    static constexpr size_t kSlots = size_t{1} << kSlotBits; // never nearly full
 
     bool AddOne(DWORD color)
     {
-        size_t slot = (color * 2654435761U) >> 22U;
+        size_t slot = (color * kScatter) >> (32 - kSlotBits);
         while (m_slots[slot] != 0 && m_slots[slot] != color + 1)
             slot = (slot + 1) % kSlots;
         if (m_slots[slot] != 0)
@@ -217,7 +219,8 @@ public:
     explicit NearestColor(const std::vector<DWORD>& palette) : m_cells(kCells)
     {
         for (const DWORD color : palette)
-            m_palette.push_back({ByteOf(color, 0), ByteOf(color, 1), ByteOf(color, 2)});
+            m_palette.push_back(
+                {ByteOf(color, 0), ByteOf(color, 1), ByteOf(color, 2), static_cast<short>(m_palette.size())});
     }
 
     // Indices of a row of colours.
@@ -232,6 +235,9 @@ public:
     }
 
 private:
+    // Blue, green, red, and the index in the palette.
+    using Channels = std::array<short, 4>;
+
     // The colours that may be the nearest one of some colour of a cell.
     struct Candidates {
         size_t first = 0; // in m_candidates
@@ -240,17 +246,16 @@ private:
 
     BYTE Nearest(const BYTE* color, const Candidates& cell) const
     {
-        const BYTE* const candidates = m_candidates.data() + cell.first;
-        BYTE nearest = candidates[0];
+        // The distance with the candidate's number below it: the least of these is found without branches.
         int least = INT_MAX;
         for (size_t i = 0; i < cell.count; ++i) {
-            int distance = 0;
-            for (size_t c = 0; c < 3; ++c)
-                distance += Square(color[c] - m_palette[candidates[i]][c]);
-            nearest = distance < least ? candidates[i] : nearest;
-            least = std::min(least, distance);
+            const Channels& candidate = m_candidates[cell.first + i];
+            const int distance = Square(color[0] - candidate[0]) + Square(color[1] - candidate[1]) +
+                                 Square(color[2] - candidate[2]);
+            const int key = distance * 256 + candidate[3];
+            least = key < least ? key : least;
         }
-        return nearest;
+        return static_cast<BYTE>(least & 0xFF);
     }
 
     void Collect(size_t place, Candidates& cell)
@@ -272,13 +277,13 @@ private:
         cell.first = m_candidates.size();
         for (size_t i = 0; i < m_palette.size(); ++i)
             if (closest[i] <= bound)
-                m_candidates.push_back(static_cast<BYTE>(i));
+                m_candidates.push_back(m_palette[i]);
         cell.count = m_candidates.size() - cell.first;
     }
 
-    std::vector<std::array<int, 3>> m_palette;
+    std::vector<Channels> m_palette;
     std::vector<Candidates> m_cells;
-    std::vector<BYTE> m_candidates;
+    std::vector<Channels> m_candidates;
 };
 
 VOwnedGlobal Quantized(const VDibView& source, size_t colors)

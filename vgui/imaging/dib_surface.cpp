@@ -4,8 +4,11 @@
 #include "vgui/imaging/dib_pal.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace
 {
@@ -66,22 +69,23 @@ int CDIB::Create(const BITMAPINFO* info, const void* bits)
         info->bmiHeader.biCompression != BI_RGB || info->bmiHeader.biHeight == LONG_MIN)
         return FALSE;
     const BITMAPINFOHEADER& header = info->bmiHeader;
-    if (!Create(header.biWidth, std::abs(header.biHeight), header.biBitCount))
+    const int height = std::abs(header.biHeight);
+    // The info may be the image's own, so that is replaced at the end only.
+    CDIB dib;
+    if (!dib.Create(header.biWidth, height, header.biBitCount))
         return FALSE;
 
-    const size_t ownColors = ColorsOfDepth(header.biBitCount);
-    const size_t givenColors = header.biClrUsed != 0 ? header.biClrUsed : ownColors;
+    const auto ownColors = static_cast<DWORD>(dib.GetColorCount());
+    const DWORD givenColors = header.biClrUsed != 0 ? header.biClrUsed : ownColors;
     if (ownColors != 0)
-        std::copy_n(info->bmiColors, std::min(ownColors, givenColors), GetColors());
-    if (bits == nullptr)
-        return TRUE;
-    const auto* const rows = static_cast<const BYTE*>(bits);
-    const auto rowBytes = static_cast<size_t>(GetWidthBytes());
-    const auto height = static_cast<size_t>(GetHeight());
-    for (size_t y = 0; y < height; ++y) {
-        const size_t from = header.biHeight < 0 ? height - 1 - y : y;
-        std::memcpy(GetBits() + y * rowBytes, rows + from * rowBytes, rowBytes);
+        std::copy_n(info->bmiColors, std::min(ownColors, givenColors), dib.GetColors());
+    const auto rowBytes = static_cast<size_t>(dib.GetWidthBytes());
+    const auto* row = static_cast<const BYTE*>(bits);
+    for (int y = 0; row != nullptr && y < height; ++y, row += rowBytes) {
+        const int place = header.biHeight < 0 ? height - 1 - y : y;
+        std::memcpy(dib.GetBits() + static_cast<size_t>(place) * rowBytes, row, rowBytes);
     }
+    m_block = std::move(dib.m_block);
     return TRUE;
 }
 

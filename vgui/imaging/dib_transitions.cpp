@@ -19,13 +19,8 @@ bool IsCoordinate(int value)
 // Whether an image of that size, not empty, can be drawn at a place of the DC.
 bool CanPlay(const CDC* pDC, int x, int y, CSize image)
 {
-    return pDC != nullptr && pDC->m_hDC != nullptr && IsCoordinate(x) && IsCoordinate(y) && image.cx > 0 &&
-           image.cy > 0 && image.cx <= kMaxGdiCoordinate && image.cy <= kMaxGdiCoordinate;
-}
-
-HBITMAP HandleOf(const CBitmap* pBitmap)
-{
-    return pBitmap != nullptr ? static_cast<HBITMAP>(pBitmap->m_hObject) : nullptr;
+    return IsUsable(pDC) && IsCoordinate(x) && IsCoordinate(y) && image.cx > 0 && image.cy > 0 &&
+           image.cx <= kMaxGdiCoordinate && image.cy <= kMaxGdiCoordinate;
 }
 
 // What a reveal draws with: the image, copied part by part.
@@ -33,7 +28,7 @@ class Copier
 {
 public:
     Copier(CDC& dc, CPoint at, CBitmap* pBitmap, CPalette* pPalette, DWORD rop)
-        : m_dc(dc), m_at(at), m_source(dc, HandleOf(pBitmap)), m_palette(dc, pPalette), m_rop(rop)
+        : m_dc(dc), m_at(at), m_source(dc, BitmapHandle(pBitmap)), m_palette(dc, pPalette), m_rop(rop)
     {
     }
     explicit operator bool() const { return static_cast<bool>(m_source); }
