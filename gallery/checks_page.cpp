@@ -63,7 +63,7 @@ END_MESSAGE_MAP()
 
 GalleryPage ChecksPage()
 {
-    return {L"复选框与单选按钮 Check boxes and radio buttons",
+    return {L"复选框与单选按钮 Checks, radios",
             L"成组的复选框与单选按钮；保存后显示其值。\n"
             L"In groups, also mixed with standard ones; Save shows their values.",
             [](const PageHost& host) -> std::unique_ptr<PageDlg> {

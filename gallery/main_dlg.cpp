@@ -7,7 +7,7 @@ namespace
 
 // In dialog units of the main template.
 constexpr int kMargin = 8;
-constexpr int kColumnWidth = 130;
+constexpr int kColumnWidth = 140;
 constexpr int kButtonHeight = 15;
 constexpr int kButtonWidth = 62;
 constexpr int kDescriptionHeight = 64;

@@ -136,7 +136,7 @@ private:
 
 GalleryPage SmallControlsPage()
 {
-    return {L"进度、微调、日期与工具条 Progress, spin, date, tool bar",
+    return {L"进度条等 Progress and more",
             L"进度条、微调按钮、日期时间控件与工具条。\n"
             L"Progress bars, spin buttons, date and time controls, a tool bar.",
             [](const PageHost& host) -> std::unique_ptr<PageDlg> {

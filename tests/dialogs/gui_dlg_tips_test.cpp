@@ -102,6 +102,11 @@ TEST_F(GuiDlgTips, ControlsGetTipsAndBlueText)
     EXPECT_EQ(color, RGB(80, 80, 255));
     EXPECT_EQ(dlg.GetToolTipCtrl().GetToolCount(), 3);
 
+    const int tools = dlg.GetToolTipCtrl().GetToolCount();
+    EXPECT_TRUE(dlg.AddToolTips(kEditId, L"another"));
+    EXPECT_EQ(dlg.GetToolTipCtrl().GetToolCount(), tools);
+    dlg.GetToolTipCtrl().GetText(text, dlg.GetDlgItem(kEditId));
+    EXPECT_EQ(text, L"another");
     EXPECT_FALSE(dlg.AddToolTips(kMissingId, L"nobody"));
     EXPECT_FALSE(dlg.AddToolTips(static_cast<CWnd*>(nullptr), L"nobody"));
     CStatic loose;

@@ -13,6 +13,8 @@ constexpr COLORREF kWhite = RGB(255, 255, 255);
 constexpr int kImageMargin = 3; // pixels from the button's edge to a picture beside a caption
 constexpr int kFocusInset = 3;
 constexpr UINT kCaptionFormat = DT_WORDBREAK | DT_CENTER;
+// Letters may reach a little beyond the width that was measured for them.
+constexpr UINT kDrawnFormat = kCaptionFormat | DT_NOCLIP;
 
 // The distance that centres a size in an extent. Unsigned, so a size larger than the extent gives a huge one.
 DWORD Centring(int extent, DWORD size)
@@ -140,10 +142,10 @@ void VButtonST::DrawCaption(CDC& dc, const CString& text, CRect caption)
     if (disabled) {
         caption.OffsetRect(1, 1);
         dc.SetTextColor(::GetSysColor(COLOR_3DHILIGHT));
-        dc.DrawText(text, caption, kCaptionFormat);
+        dc.DrawText(text, caption, kDrawnFormat);
         caption.OffsetRect(-1, -1);
         dc.SetTextColor(::GetSysColor(COLOR_3DSHADOW));
-        dc.DrawText(text, caption, kCaptionFormat);
+        dc.DrawText(text, caption, kDrawnFormat);
         return;
     }
     const bool in = hovering || pressed;
@@ -152,7 +154,7 @@ void VButtonST::DrawCaption(CDC& dc, const CString& text, CRect caption)
         host->GetSetCtrlClr(static_cast<UINT>(GetDlgCtrlID()), color);
     dc.SetTextColor(color);
     dc.SetBkColor(colors[in ? ColorBkIn : ColorBkOut]);
-    dc.DrawText(text, caption, kCaptionFormat);
+    dc.DrawText(text, caption, kDrawnFormat);
 }
 
 DWORD VButtonST::OnDrawBackground(CDC* pDC, const RECT* pRect)

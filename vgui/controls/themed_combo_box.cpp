@@ -95,15 +95,10 @@ void VComboBox::InitToolTip()
 
 void VComboBox::SetTooltipText(const wchar_t* text, int activate)
 {
-    VSkinHost* const host = VSkinHost::Of(this);
-    if (host == nullptr) {
+    if (VSkinHost* const host = VSkinHost::Of(this))
+        host->AddToolTips(this, text);
+    else
         SetControlTip(m_toolTip, *this, CString(text), activate);
-        return;
-    }
-    // The dialog only adds: an earlier text would stay and be shown.
-    if (::IsWindow(host->GetToolTipCtrl().m_hWnd))
-        host->GetToolTipCtrl().DelTool(this);
-    host->AddToolTips(this, text);
 }
 
 void VComboBox::SetTooltipText(int stringId, int activate)

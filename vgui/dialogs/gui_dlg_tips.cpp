@@ -87,6 +87,9 @@ bool VGuiDlg::AddToolTips(CWnd* pWnd, const CString& text)
     if (pWnd == nullptr || !::IsWindow(pWnd->m_hWnd) || m_ToolTip.m_hWnd == nullptr)
         return false;
     SetStaticCtrlFormat(pWnd->GetDlgCtrlID(), kTippedText, 0, nullptr, -1);
+    // A second tool for the control would never be shown.
+    if (IsTool(m_ToolTip, pWnd->m_hWnd))
+        m_ToolTip.DelTool(pWnd);
     return m_ToolTip.AddTool(pWnd, text) != FALSE;
 }
 
