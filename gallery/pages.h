@@ -50,7 +50,8 @@ struct GalleryPage {
     ROW(EditorCommandPage)                                                                                   \
     ROW(DrawingPage)                                                                                         \
     ROW(InputsPage)                                                                                          \
-    ROW(SmallControlsPage)
+    ROW(SmallControlsPage)                                                                                   \
+    ROW(PropertiesPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

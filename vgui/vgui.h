@@ -1,6 +1,7 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/composite/property_list.h"
 #include "vgui/controls/date_time_ctrl.h"
 #include "vgui/controls/progress_ctrl.h"
 #include "vgui/controls/spin_button_ctrl.h"
