@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <string>
+#include <tuple>
 #include <vector>
 
 using namespace support;
@@ -25,6 +25,7 @@ constexpr UINT kNextId = 701;
 constexpr DWORD kListStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | WS_VSCROLL | LBS_NOTIFY |
                              LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT;
 const CRect kPlace(10, 10, 230, 140);
+const CRect kRow(0, 20, 200, 40);
 
 class OpenList : public List
 {
@@ -36,21 +37,10 @@ public:
     using List::m_dropList;
     using List::m_edit;
     using List::m_nEditIndex;
-    using List::m_nNameIndent;
     using List::StartEdit;
 };
 
-struct Posted {
-    UINT message;
-    int row;
-    int detail;
-    bool operator==(const Posted&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Posted& posted)
-{
-    return out << std::hex << posted.message << std::dec << ":" << posted.row << "/" << posted.detail;
-}
+using Posted = std::tuple<UINT, int, int>; // message, row, detail
 
 class PropertyList : public CensusTest
 {
@@ -58,7 +48,6 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(host.Open());
-        // As a dialog has it: the window is there before the control is attached.
         list = std::make_unique<OpenList>();
         const HWND window = ::CreateWindowExW(
             0, L"LISTBOX", L"", kListStyle, kPlace.left, kPlace.top, kPlace.Width(), kPlace.Height(),
@@ -88,17 +77,17 @@ protected:
         std::vector<Posted> posted;
         for (const RecordedMessage& message : host.Messages()) {
             if (message.message == List::kValueStored || message.message == List::kEditStarted)
-                posted.push_back(
-                    {message.message, static_cast<int>(message.wParam), static_cast<int>(message.lParam)});
+                posted.emplace_back(message.message, static_cast<int>(message.wParam),
+                                    static_cast<int>(message.lParam));
         }
         host.Clear();
         return posted;
     }
-    void ClickRow(int row, int x = 5)
+    void ClickRow(int row)
     {
         CRect rect;
         list->GetItemRect(row, rect);
-        Click(ClientToScreen(list->m_hWnd, {x, rect.CenterPoint().y}));
+        Click(ClientToScreen(list->m_hWnd, {5, rect.CenterPoint().y}));
     }
     CRect PlaceOf(const CWnd& editor)
     {
@@ -106,6 +95,20 @@ protected:
         editor.GetWindowRect(rect);
         list->ScreenToClient(rect);
         return rect;
+    }
+
+    // A row as it is drawn into kRow of a surface.
+    DibSurface Drawn(UINT row)
+    {
+        DibSurface surface(kRow.Width(), 60);
+        DRAWITEMSTRUCT item{};
+        item.CtlType = ODT_LISTBOX;
+        item.itemID = row;
+        item.itemAction = ODA_DRAWENTIRE;
+        item.hDC = surface.DC().m_hDC;
+        item.rcItem = kRow;
+        list->DrawItem(&item);
+        return surface;
     }
 
     HostWnd host;
@@ -140,11 +143,12 @@ void ExpectInvalidArgument(OpenList& list, int index)
     EXPECT_TRUE(thrown) << index;
 }
 
-constexpr Posted Started(int row, int before = -1)
+Posted Started(int row, int before = -1)
 {
     return {0x478, row, before};
 }
-constexpr Posted Stored(int row)
+
+Posted Stored(int row)
 {
     return {0x477, row, 0};
 }
@@ -234,7 +238,6 @@ TEST_F(PropertyList, EachKindHasItsEditor)
     list->m_combo.GetDroppedControlRect(dropped);
     list->ScreenToClient(dropped);
     EXPECT_GT(dropped.bottom, 60) << "there is room for the list";
-    TakePosted();
 }
 
 TEST_F(PropertyList, TypedTextsAreStoredAndTold)
@@ -385,8 +388,15 @@ TEST_F(PropertyList, RowsScrollIntoView)
     Key(VK_UP);
     expectVisible(38);
 
+    for (const int row : {0, 39, 0, 20, 21, 5}) {
+        list->EnsureVisible(row);
+        list->StartEdit(row);
+        expectVisible(row);
+    }
+    EXPECT_EQ(list->GetTopIndex(), 5) << "no further than needed";
     list->EnsureVisible(-1);
     list->EnsureVisible(40);
+    EXPECT_EQ(list->GetTopIndex(), 5);
     list->SetWindowPos(nullptr, 0, 0, kPlace.Width(), 12, SWP_NOMOVE | SWP_NOZORDER);
     list->EnsureVisible(7);
     EXPECT_EQ(list->GetTopIndex(), 7) << "lower than a row: its top is what is shown";
@@ -448,70 +458,33 @@ TEST_F(PropertyList, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(list->GetItemName(2), L"n2") << "the texts are the object's";
 }
 
-TEST_F(PropertyList, ACreatedListIsAsGoodAsAnAttachedOne)
-{
-    OpenList created;
-    created.AddItem(L"early", L"bird", L"", List::PIET_EDIT);
-    ASSERT_TRUE(created.Create(kListStyle, CRect(10, 150, 230, 280), &host, kId + 5));
-    EXPECT_EQ(created.GetItemHeight(0), 20);
-    EXPECT_EQ(created.GetCount(), 1);
-    created.StartEdit(0);
-    EXPECT_EQ(TextOf(created.m_edit), L"bird");
-    EXPECT_EQ(CWnd::GetFocus(), &created.m_edit);
-    created.DestroyWindow();
-}
-
 TEST_F(PropertyList, RowsAreCellsAndHeadersAreBands)
 {
-    const COLORREF grid = VGM.PropList.clrGrid;
-    const COLORREF band = VGFadeColor(VGM.Common.clrWhite, -20);
-    constexpr int kWidth = 200;
+    constexpr COLORREF kBare = DibSurface::kBackground;
     list->AddItem(L"", L"", L"", List::PIET_EDIT);
     list->AddItem(L"", L"", L"", List::PIET_GROUP);
     list->SetPercent(33, 50); // of 202 pixels: 66 and 101
-    const auto draw = [&](UINT row, DibSurface& surface, UINT action = ODA_DRAWENTIRE) {
-        DRAWITEMSTRUCT item{};
-        item.CtlType = ODT_LISTBOX;
-        item.itemID = row;
-        item.itemAction = action;
-        item.hDC = surface.DC().m_hDC;
-        item.rcItem = CRect(0, 20, kWidth, 40);
-        list->DrawItem(&item);
-    };
-    // The cells' lines overlap at x = 65; the outer ones on both sides lie outside.
-    const auto cells = [&](int left, COLORREF inside) {
-        return [=](int x, int y) {
+    // The cells share the line at x = 65; the outermost lines lie outside.
+    const auto expectCells = [&](int left, COLORREF nameColor) {
+        ExpectPixels(Drawn(0), [=](int x, int y) {
             if (y < 19 || y >= 40 || x < left || x >= 166)
-                return DibSurface::kBackground;
+                return kBare;
             if (y == 19 || y == 39 || x == left || x == 65 || x == 165)
-                return grid;
-            return x < 65 ? inside : DibSurface::kBackground;
-        };
+                return VGM.PropList.clrGrid;
+            return x < 65 ? nameColor : kBare;
+        });
     };
-    DibSurface plain(kWidth, 60);
-    draw(0, plain);
-    ExpectPixels(plain, cells(-1, DibSurface::kBackground));
-
+    expectCells(-1, kBare);
     list->StartEdit(0);
-    DibSurface edited(kWidth, 60);
-    draw(0, edited);
-    ExpectPixels(edited, cells(-1, VGM.PropList.clrSelBk));
-    EXPECT_EQ(edited.DC().GetTextColor(), RGB(0, 0, 0));
+    expectCells(-1, VGM.PropList.clrSelBk);
     list->EndEdit(false);
-
-    DibSurface header(kWidth, 60);
-    draw(1, header);
-    ExpectPixels(header, [&](int, int y) { return y >= 19 && y < 39 ? band : DibSurface::kBackground; });
-    EXPECT_EQ(list->m_nNameIndent, 15);
-    DibSurface indented(kWidth, 60);
-    draw(0, indented);
-    ExpectPixels(indented, cells(14, DibSurface::kBackground));
-
-    for (const UINT row : {2U, static_cast<UINT>(-1)}) {
-        DibSurface none(kWidth, 60);
-        draw(row, none);
-        EXPECT_EQ(none.Count(DibSurface::kBackground), kWidth * 60);
-    }
+    ExpectPixels(Drawn(1), [&](int, int y) {
+        return y >= 19 && y < 39 ? VGFadeColor(VGM.Common.clrWhite, -20) : kBare;
+    });
+    // Every name is indented once a header has been drawn.
+    expectCells(14, kBare);
+    for (const UINT row : {2U, static_cast<UINT>(-1)})
+        ExpectPixels(Drawn(row), [](int, int) { return kBare; });
     list->DrawItem(nullptr);
 }
 
@@ -523,36 +496,24 @@ TEST_F(PropertyList, TextsStandInTheirCells)
     for (const bool edited : {false, true}) {
         if (edited)
             list->StartEdit(0);
-        for (const UINT row : {0U, 1U}) {
-            DibSurface shown(100, 20, RGB(255, 255, 255));
-            DRAWITEMSTRUCT item{};
-            item.itemID = row;
-            item.itemAction = ODA_DRAWENTIRE;
-            item.hDC = shown.DC().m_hDC;
-            item.rcItem = CRect(0, 0, 100, 20);
-            DibSurface model(100, 20, RGB(255, 255, 255));
-            CDC& dc = model.DC();
-            dc.SetBkMode(TRANSPARENT);
-            if (row == 0) {
-                const int left = edited ? 14 : -1; // a header has been drawn meanwhile
-                dc.Draw3dRect(CRect(left, -1, 51, 20), VGM.PropList.clrGrid, VGM.PropList.clrGrid);
-                dc.Draw3dRect(CRect(50, -1, 101, 20), VGM.PropList.clrGrid, VGM.PropList.clrGrid);
-                if (edited) {
-                    dc.FillSolidRect(CRect(left + 1, 0, 50, 19), VGM.PropList.clrSelBk);
-                    dc.SetTextColor(VGM.PropList.clrSelText);
-                }
-                dc.SetBkMode(TRANSPARENT);
-                dc.DrawText(list->GetItemName(0), CRect(left + 3, -1, 51, 20), kFormat);
-                dc.DrawText(list->GetItemValue(0), CRect(53, -1, 101, 20), kFormat);
-            } else {
-                dc.FillSolidRect(CRect(0, 0, 100, 19), VGFadeColor(VGM.Common.clrWhite, -20));
-                dc.SetBkMode(TRANSPARENT);
-                dc.DrawText(list->GetItemName(1), CRect(3, -1, 101, 19), kFormat);
-            }
-            list->DrawItem(&item);
-            EXPECT_TRUE(AreasEqual(shown, shown.Bounds(), model, {0, 0})) << edited << row;
+        DibSurface model(kRow.Width(), 60);
+        CDC& dc = model.DC();
+        for (const CRect& cell : {CRect(-1, 19, 101, 40), CRect(100, 19, 201, 40)})
+            dc.Draw3dRect(cell, VGM.PropList.clrGrid, VGM.PropList.clrGrid);
+        if (edited) {
+            dc.FillSolidRect(CRect(0, 20, 100, 39), VGM.PropList.clrSelBk);
+            dc.SetTextColor(VGM.PropList.clrSelText);
         }
+        dc.SetBkMode(TRANSPARENT);
+        dc.DrawText(list->GetItemName(0), CRect(2, 19, 101, 40), kFormat);
+        dc.DrawText(list->GetItemValue(0), CRect(103, 19, 201, 40), kFormat);
+        EXPECT_TRUE(AreasEqual(Drawn(0), model.Bounds(), model, {0, 0})) << edited;
     }
+    DibSurface model(kRow.Width(), 60);
+    model.DC().FillSolidRect(CRect(0, 19, 200, 39), VGFadeColor(VGM.Common.clrWhite, -20));
+    model.DC().SetBkMode(TRANSPARENT);
+    model.DC().DrawText(list->GetItemName(1), CRect(3, 19, 201, 39), kFormat);
+    EXPECT_TRUE(AreasEqual(Drawn(1), model.Bounds(), model, {0, 0}));
 }
 
 TEST_F(PropertyList, TheWindowShowsRowsOnABackgroundOfTheirOwn)
@@ -580,12 +541,18 @@ TEST_F(PropertyList, TheWindowShowsRowsOnABackgroundOfTheirOwn)
     EXPECT_EQ(after.Count(VGM.PropList.clrSelBk, CRect(0, 60, shown.Width(), shown.Height())), 0);
 }
 
-TEST_F(PropertyList, ManyControlsLeaveNothing)
+// As attached ones are; and they leave nothing behind.
+TEST_F(PropertyList, ListsCanBeCreated)
 {
     for (int i = 0; i < 100; ++i) {
         OpenList one;
+        one.AddItem(L"early", L"bird", L"bird|worm", static_cast<List::PIET>(i % 3));
         ASSERT_TRUE(one.Create(kListStyle, CRect(10, 150, 230, 280), &host, kId + 5));
-        one.AddItem(L"n", L"a", L"a|b", static_cast<List::PIET>(i % 4));
+        EXPECT_EQ(one.GetItemHeight(0), 20);
+        EXPECT_EQ(one.GetCount(), 1);
+        one.StartEdit(0);
+        one.EndEdit(true);
+        EXPECT_EQ(one.GetItemValue(0), L"bird");
         one.StartEdit(0);
         one.UpdateWindow();
         one.DestroyWindow();

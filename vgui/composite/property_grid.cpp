@@ -69,7 +69,8 @@ int VPropertyGrid::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
     const int result = VListCtrl::OnCreate(lpCreateStruct);
     // A list control that has only begun to exist could not do everything before.
-    PrepareControl();
+    if (result == 0)
+        PrepareControl();
     return result;
 }
 

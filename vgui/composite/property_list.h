@@ -14,9 +14,11 @@
 // editable combo box or a drop-down list, or the header of a group.
 //
 // The list box must be owner-drawn with items of one height (LBS_OWNERDRAWFIXED), of a single column and
-// unsorted, and must notify (LBS_NOTIFY). A row is opened by selecting it or with the keyboard: Return, Tab
-// and Down store the value and go to the next row, Up to the one before. Headers stop the keyboard. Return
-// and Tab on the last row leave the list and its editor open. An editor that loses the focus stays open, too.
+// unsorted, and must notify (LBS_NOTIFY). A skinned dialog attaches it before VGuiDlg::OnInitDialog or in its
+// data exchange: afterwards the list box is a plain VListBox. A row is opened by selecting it or with the
+// keyboard: Return, Tab and Down store the value and go to the next row, Up to the one before. Headers stop
+// the keyboard. Return and Tab on the last row leave the list and its editor open. An editor that loses the
+// focus stays open, too.
 //
 // Each row has one item in the list box, with an empty text; the texts are the control's. LB_RESETCONTENT and
 // LB_DELETESTRING remove rows, which closes an open editor without storing its text.
@@ -131,6 +133,7 @@ private:
     [[nodiscard]] bool HasVisibleEditor() const;
     void PlaceEditor(int index);
     bool OpenEditor(const PropertyItem& item);
+    void TellParent(UINT message, int row, int detail);
     void ReadEditor(PropertyItem& item);
     void CloseEditor();
     bool EditRow(int index);

@@ -1,8 +1,6 @@
 // The property list's editors and the keyboard.
 #include "vgui/composite/property_list.h"
 
-#include "vgui/foundation/gdi_scope.h"
-
 #include <algorithm>
 
 namespace
@@ -19,18 +17,6 @@ bool IsShown(const CWnd& editor)
     return ::IsWindow(editor.m_hWnd) && (editor.GetStyle() & WS_VISIBLE) != 0;
 }
 
-// Gives a combo box's field a height in pixels, or that of its font if it needs more.
-void FitField(CComboBox& combo, int height)
-{
-    CClientDC dc(&combo);
-    const VSelectScope font(dc.m_hDC, reinterpret_cast<HGDIOBJ>(combo.SendMessage(WM_GETFONT)));
-    const int textHeight = dc.GetTextExtent(L"X", 1).cy;
-    CRect field;
-    combo.GetWindowRect(field);
-    const int border = field.Height() - combo.GetItemHeight(-1);
-    combo.SetItemHeight(-1, std::max(height - border, textHeight));
-}
-
 } // namespace
 
 void VPropertyList::PreSubclassWindow()
@@ -43,7 +29,8 @@ int VPropertyList::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
     const int result = VListBox::OnCreate(lpCreateStruct);
     // A list box that has only begun to exist could not do everything before.
-    PrepareControl();
+    if (result == 0)
+        PrepareControl();
     return result;
 }
 
@@ -100,24 +87,28 @@ void VPropertyList::PlaceEditor(int index)
     CRect place = row;
     place.left += ColumnWidth(row.Width(), m_nNamePercent);
     place.right = std::max(place.left, place.left + ColumnWidth(row.Width(), m_nValuePercent));
-    if (m_items[index].kind != PIET_EDIT)
-        FitField(static_cast<CComboBox&>(editor), row.Height() - 1);
     place.bottom += m_items[index].kind == PIET_EDIT ? -1 : kDropHeight;
     editor.MoveWindow(place);
 }
 
 void VPropertyList::StartEdit(int index)
 {
-    if (m_items.GetAt(index).kind == PIET_GROUP)
+    if (m_items.GetAt(index).kind == PIET_GROUP || m_hWnd == nullptr)
         return;
     EndEdit(true);
     CreateEditors();
     PlaceEditor(index);
     if (!OpenEditor(m_items[index]))
         return;
-    GetParent()->PostMessage(kEditStarted, index, m_nEditIndex);
+    TellParent(kEditStarted, index, m_nEditIndex);
     m_nEditIndex = index;
     Repaint();
+}
+
+void VPropertyList::TellParent(UINT message, int row, int detail)
+{
+    if (CWnd* const parent = GetParent())
+        parent->PostMessage(message, row, detail);
 }
 
 // Fills the editor of a row and shows it. False when there is none.
@@ -151,7 +142,7 @@ void VPropertyList::EndEdit(bool notify)
     if (IsValidIndex(m_nEditIndex)) {
         ReadEditor(m_items[m_nEditIndex]);
         if (notify)
-            GetParent()->PostMessage(kValueStored, m_nEditIndex, 0);
+            TellParent(kValueStored, m_nEditIndex, 0);
     }
     CloseEditor();
 }
@@ -188,12 +179,18 @@ void VPropertyList::AddStrToComboList(CComboBox* combo, const CString& choices)
 
 void VPropertyList::EnsureVisible(int index)
 {
+    if (!IsValidIndex(index))
+        return;
     CRect client;
     GetClientRect(client);
+    // Of a long way most lines are skipped.
+    const int page = client.Height() / std::max(GetItemHeight(0), 1) + 1;
+    if (const int lines = index - GetTopIndex(); lines > 2 * page || lines < -page)
+        SetTopIndex(index + (lines < 0 ? page : -2 * page));
     const auto scrollWhile = [&](UINT direction, auto isHidden) {
         CRect row;
         int top = -1;
-        while (GetItemRect(index, row) != LB_ERR && isHidden(row) && top != GetTopIndex()) {
+        while (top != GetTopIndex() && GetItemRect(index, row) != LB_ERR && isHidden(row)) {
             top = GetTopIndex();
             SendMessage(WM_VSCROLL, direction);
         }
@@ -247,7 +244,8 @@ bool VPropertyList::EditRow(int index)
 
 void VPropertyList::LeaveList()
 {
-    CWnd* const next = GetParent()->GetNextDlgTabItem(this);
+    CWnd* const parent = GetParent();
+    CWnd* const next = parent != nullptr ? parent->GetNextDlgTabItem(this) : nullptr;
     if (next != nullptr)
         next->SetFocus();
 }
