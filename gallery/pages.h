@@ -62,6 +62,7 @@ struct GalleryPage {
     ROW(OpenGlPage)                                                                                          \
     ROW(ImagesPage)                                                                                          \
     ROW(DrawingPage)
+    ROW(PropertiesPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

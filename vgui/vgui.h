@@ -6,6 +6,7 @@
 #include "vgui/controls/bmp_static.h"
 #include "vgui/controls/button_exchange.h"
 #include "vgui/controls/buttons.h"
+#include "vgui/composite/property_list.h"
 #include "vgui/controls/date_time_ctrl.h"
 #include "vgui/controls/image_button.h"
 #include "vgui/controls/progress_ctrl.h"

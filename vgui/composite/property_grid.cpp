@@ -1,0 +1,264 @@
+#include "vgui/composite/property_list.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int kNone = -1;
+constexpr UINT kEditId = 1;
+constexpr DWORD kEditStyle = WS_CHILD | WS_BORDER | ES_AUTOHSCROLL | ES_NOHIDESEL;
+
+// Whether a message moves cells away from under the editor or makes other cells of them.
+bool MovesCells(UINT message)
+{
+    switch (message) {
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_MOUSEWHEEL:
+    case LVM_INSERTITEMA:
+    case LVM_INSERTITEMW:
+    case LVM_DELETEITEM:
+    case LVM_DELETEALLITEMS:
+    case LVM_SORTITEMS:
+    case LVM_SORTITEMSEX:
+    case LVM_INSERTCOLUMNA:
+    case LVM_INSERTCOLUMNW:
+    case LVM_DELETECOLUMN:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+IMPLEMENT_DYNAMIC(VPropertyGrid, VListCtrl)
+
+BEGIN_MESSAGE_MAP(VPropertyGrid, VListCtrl)
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_DESTROY()
+    ON_WM_CREATE()
+END_MESSAGE_MAP()
+
+VPropertyGrid::VPropertyGrid()
+{
+    m_editable.fill(true);
+}
+
+void VPropertyGrid::SetEditable(int column, bool editable)
+{
+    if (column >= 0 && column < kMaxEditableColumns && column < GetColumnCount())
+        m_editable[column] = editable;
+}
+
+void VPropertyGrid::SetSingleClickStartEdit(bool singleClick)
+{
+    m_bSingleClickStartEdit = singleClick;
+}
+
+void VPropertyGrid::PreSubclassWindow()
+{
+    VListCtrl::PreSubclassWindow();
+    PrepareControl();
+}
+
+int VPropertyGrid::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    const int result = VListCtrl::OnCreate(lpCreateStruct);
+    // A list control that has only begun to exist could not do everything before.
+    if (result == 0)
+        PrepareControl();
+    return result;
+}
+
+void VPropertyGrid::PrepareControl()
+{
+    // Painting the cells leaves the editor alone.
+    ModifyStyle(0, WS_CLIPCHILDREN);
+    const DWORD style = GetExtendedStyle() | LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT;
+    SetExtendedStyle(style & ~static_cast<DWORD>(LVS_EX_CHECKBOXES));
+    CreateEditor();
+}
+
+// Makes the editor unless it is there. False when there is none.
+bool VPropertyGrid::CreateEditor()
+{
+    return m_edit.m_hWnd != nullptr || m_edit.Create(kEditStyle | static_cast<DWORD>(GetHeaderTextFormat(0)),
+                                                     CRect(0, 0, 1, 1), this, kEditId);
+}
+
+int VPropertyGrid::GetColumnCount()
+{
+    CHeaderCtrl* const header = m_hWnd != nullptr ? GetHeaderCtrl() : nullptr;
+    return header != nullptr ? std::max(header->GetItemCount(), 0) : 0;
+}
+
+int VPropertyGrid::GetHeaderTextFormat(int column)
+{
+    CHeaderCtrl* const header = GetHeaderCtrl();
+    HDITEM item{};
+    item.mask = HDI_FORMAT;
+    if ((GetStyle() & LVS_NOCOLUMNHEADER) != 0 || header == nullptr || !header->GetItem(column, &item))
+        return ES_LEFT;
+    switch (item.fmt & HDF_JUSTIFYMASK) {
+    case HDF_CENTER:
+        return ES_CENTER;
+    case HDF_RIGHT:
+        return ES_RIGHT;
+    default:
+        return ES_LEFT;
+    }
+}
+
+bool VPropertyGrid::IsEditCtrlVisible() const
+{
+    return ::IsWindow(m_edit.m_hWnd) && (m_edit.GetStyle() & WS_VISIBLE) != 0;
+}
+
+bool VPropertyGrid::IsEditable(int column)
+{
+    return column >= 0 && column < std::min(GetColumnCount(), kMaxEditableColumns) && m_editable[column];
+}
+
+void VPropertyGrid::StartEdit(int row, int column)
+{
+    if (row < 0 || row >= GetItemCount() || !IsEditable(column))
+        return;
+    EndEdit(true);
+    if (!CreateEditor())
+        return;
+    EnsureVisible(row, FALSE);
+    ScrollToColumn(row, column);
+    m_nEditRow = row;
+    m_nEditColumn = column;
+    SetItemState(-1, 0, LVIS_SELECTED);
+    m_edit.SetFont(GetFont());
+    PlaceEditor();
+    m_edit.SetWindowText(GetItemText(row, column));
+    m_edit.ShowWindow(SW_SHOW);
+    m_edit.SetSel(0, -1);
+    m_edit.SetFocus();
+}
+
+// Scrolls sideways until a cell is in view, its left end at least.
+void VPropertyGrid::ScrollToColumn(int row, int column)
+{
+    CRect cell;
+    CRect client;
+    GetClientRect(client);
+    if (!GetSubItemRect(row, column, LVIR_LABEL, cell))
+        return;
+    const int left = cell.left - client.left;
+    const int distance = left < 0 ? left : std::clamp<int>(cell.right - client.right, 0, left);
+    if (distance != 0)
+        Scroll(CSize(distance, 0));
+}
+
+// Puts the editor on its cell, if it is open.
+void VPropertyGrid::PlaceEditor()
+{
+    CRect cell;
+    if (m_nEditRow != kNone && m_edit.m_hWnd != nullptr &&
+        GetSubItemRect(m_nEditRow, m_nEditColumn, LVIR_LABEL, cell))
+        m_edit.MoveWindow(cell);
+}
+
+void VPropertyGrid::EndEdit(bool save)
+{
+    const int row = std::exchange(m_nEditRow, kNone);
+    const int column = std::exchange(m_nEditColumn, kNone);
+    if (row == kNone || column == kNone || !IsEditCtrlVisible())
+        return;
+    CString text;
+    m_edit.GetWindowText(text);
+    m_edit.ShowWindow(SW_HIDE);
+    if (save && row < GetItemCount() && column < GetColumnCount() && text != GetItemText(row, column))
+        SetItemText(row, column, text);
+}
+
+LRESULT VPropertyGrid::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (MovesCells(message))
+        EndEdit(true);
+    const LRESULT result = VListCtrl::DefWindowProc(message, wParam, lParam);
+    // The header tells that columns have another width or order.
+    if (message == WM_NOTIFY)
+        PlaceEditor();
+    return result;
+}
+
+void VPropertyGrid::OnLButtonDown(UINT nFlags, CPoint point)
+{
+    VListCtrl::OnLButtonDown(nFlags, point);
+    EndEdit(true);
+    if (m_bSingleClickStartEdit)
+        StartEditAt(point);
+}
+
+void VPropertyGrid::OnLButtonDblClk(UINT nFlags, CPoint point)
+{
+    VListCtrl::OnLButtonDblClk(nFlags, point);
+    EndEdit(true);
+    StartEditAt(point);
+}
+
+void VPropertyGrid::StartEditAt(CPoint point)
+{
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    if (SubItemHitTest(&hit) >= 0)
+        StartEdit(hit.iItem, hit.iSubItem);
+}
+
+void VPropertyGrid::OnDestroy()
+{
+    VListCtrl::OnDestroy();
+    m_nEditRow = kNone;
+    m_nEditColumn = kNone;
+    m_edit.DestroyWindow();
+}
+
+BOOL VPropertyGrid::PreTranslateMessage(MSG* pMsg)
+{
+    if (pMsg == nullptr || pMsg->message != WM_KEYDOWN)
+        return VListCtrl::PreTranslateMessage(pMsg);
+    switch (pMsg->wParam) {
+    case VK_TAB:
+        EditNextColumn();
+        return TRUE;
+    case VK_RETURN:
+    case VK_ESCAPE:
+        EndEdit(true);
+        return TRUE;
+    case VK_UP:
+        if (m_nEditRow < 1)
+            break;
+        StartEdit(m_nEditRow - 1, m_nEditColumn);
+        return TRUE;
+    case VK_DOWN:
+        if (m_nEditRow >= GetItemCount() - 1)
+            break;
+        StartEdit(m_nEditRow + 1, m_nEditColumn);
+        return TRUE;
+    default:
+        break;
+    }
+    return VListCtrl::PreTranslateMessage(pMsg);
+}
+
+// Goes on to the next editable column, after the last to the first; one round at most.
+void VPropertyGrid::EditNextColumn()
+{
+    const int count = GetColumnCount();
+    int column = m_nEditColumn;
+    for (int step = 0; step < count; ++step) {
+        column = (column + 1) % count;
+        if (IsEditable(column)) {
+            StartEdit(m_nEditRow, column);
+            return;
+        }
+    }
+}
