@@ -61,8 +61,8 @@ struct GalleryPage {
     ROW(TipPage)                                                                                             \
     ROW(OpenGlPage)                                                                                          \
     ROW(ImagesPage)                                                                                          \
+    ROW(PropertiesPage)                                                                                      \
     ROW(DrawingPage)
-    ROW(PropertiesPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "vgui/composite/outline.h"
+#include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"
 #include "vgui/controls/bmp_static.h"
 #include "vgui/controls/button_exchange.h"
 #include "vgui/controls/buttons.h"
-#include "vgui/composite/property_list.h"
 #include "vgui/controls/date_time_ctrl.h"
 #include "vgui/controls/image_button.h"
 #include "vgui/controls/progress_ctrl.h"
