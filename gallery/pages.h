@@ -49,7 +49,8 @@ struct GalleryPage {
     ROW(DialogsPage)                                                                                         \
     ROW(EditorCommandPage)                                                                                   \
     ROW(DrawingPage)                                                                                         \
-    ROW(OpenGlPage)
+    ROW(OpenGlPage)                                                                                          \
+    ROW(SketchPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -1,6 +1,7 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/controls/sketch_control.h"
 #include "vgui/controls/splitter_bar.h"
 #include "vgui/dialogs/dlg_resizer.h"
 #include "vgui/dialogs/gui_dlg.h"
