@@ -8,7 +8,10 @@ namespace afx_subset
 
 // What a control is given as its site. It is counted, so that a control may hold it longer than its site
 // lives; it then answers E_UNEXPECTED.
-class SiteObject final : public IOleClientSite, public IOleInPlaceSite, public IOleControlSite, public IDispatch
+class SiteObject final : public IOleClientSite,
+                         public IOleInPlaceSite,
+                         public IOleControlSite,
+                         public IDispatch
 {
 public:
     explicit SiteObject(COleControlSite* site) : m_site(site), m_events(*this) {}
