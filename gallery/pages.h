@@ -63,6 +63,9 @@ struct GalleryPage {
     ROW(ImagesPage)                                                                                          \
     ROW(PropertiesPage)                                                                                      \
     ROW(DrawingPage)
+    ROW(DrawingPage)                                                                                         \
+    ROW(OpenGlPage)                                                                                          \
+    ROW(SketchPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -11,6 +11,7 @@
 #include "vgui/controls/image_button.h"
 #include "vgui/controls/progress_ctrl.h"
 #include "vgui/controls/spin_button_ctrl.h"
+#include "vgui/controls/sketch_control.h"
 #include "vgui/controls/splitter_bar.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/controls/tool_bar.h"

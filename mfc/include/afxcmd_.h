@@ -6,6 +6,14 @@ class CFrameWnd;
 class CMenu;
 class CWnd;
 
+struct AFX_EVENTSINKMAP;
+
+// Events of ActiveX controls; the other macros of event sink maps are in afxdisp.h.
+#define DECLARE_EVENTSINK_MAP()                                                                              \
+protected:                                                                                                   \
+    static const AFX_EVENTSINKMAP* PASCAL GetThisEventSinkMap();                                             \
+    virtual const AFX_EVENTSINKMAP* GetEventSinkMap() const;
+
 struct AFX_CMDHANDLERINFO {
     CCmdTarget* pTarget;
     AFX_PMSG pmf;
@@ -31,8 +39,10 @@ protected:
 
     static const AFX_MSGMAP* PASCAL GetThisMessageMap();
     virtual const AFX_MSGMAP* GetMessageMap() const;
+    DECLARE_EVENTSINK_MAP()
 
     friend class CWnd;
+    friend class COleControlSite;
 };
 
 // One menu item, button or other control that is being brought up to date.

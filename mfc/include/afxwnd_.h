@@ -5,6 +5,8 @@ class CFrameWnd;
 class CDataExchange;
 class CScrollBar;
 class CListBox;
+class COleControlContainer;
+class COleControlSite;
 
 // The system header names a function-like macro as CWnd names a member.
 #undef GetNextWindow
@@ -67,6 +69,33 @@ public:
                           const RECT& rect, CWnd* pParentWnd, UINT nID, LPVOID lpParam = nullptr);
     virtual BOOL DestroyWindow();
     virtual BOOL PreCreateWindow(CREATESTRUCT& cs);
+
+    // ActiveX controls (afxdisp.h has the types). CreateControl creates a control of the class (a ProgID or a
+    // class id in braces) in the client area of a parent that has an object of its own; this object then
+    // stands for the control's window. Of the styles WS_VISIBLE, WS_DISABLED, WS_BORDER, WS_GROUP and
+    // WS_TABSTOP count. pPersist, which stays the caller's, is read from its position on: a stream, or with
+    // bStorage a storage; a null psize leaves the control its own size. FALSE when controls have not been
+    // enabled (AfxEnableControlContainer), the class cannot be created, or the control refuses its state.
+    BOOL CreateControl(LPCTSTR pszClass, LPCTSTR pszWindowName, DWORD dwStyle, const RECT& rect,
+                       CWnd* pParentWnd, UINT nID, CFile* pPersist = nullptr, BOOL bStorage = FALSE,
+                       BSTR bstrLicKey = nullptr);
+    BOOL CreateControl(REFCLSID clsid, LPCTSTR pszWindowName, DWORD dwStyle, const RECT& rect,
+                       CWnd* pParentWnd, UINT nID, CFile* pPersist = nullptr, BOOL bStorage = FALSE,
+                       BSTR bstrLicKey = nullptr);
+    BOOL CreateControl(REFCLSID clsid, LPCTSTR pszWindowName, DWORD dwStyle, const POINT* ppt,
+                       const SIZE* psize, CWnd* pParentWnd, UINT nID, CFile* pPersist = nullptr,
+                       BOOL bStorage = FALSE, BSTR bstrLicKey = nullptr);
+    // Not counted for the caller. Null when this object is no control.
+    LPUNKNOWN GetControlUnknown();
+    // As COleDispatchDriver's; nothing happens, and no result is set, when this object is no control.
+    void AFX_CDECL InvokeHelper(DISPID dwDispID, WORD wFlags, VARTYPE vtRet, void* pvRet,
+                                const BYTE* pbParamInfo, ...);
+    void GetProperty(DISPID dwDispID, VARTYPE vtProp, void* pvProp) const;
+    void AFX_CDECL SetProperty(DISPID dwDispID, VARTYPE vtProp, ...);
+    // The site of the control with this id in this window, null when there is none.
+    COleControlSite* GetOleControlSite(UINT idControl) const;
+    // What this window tells a control in it about its surroundings; FALSE for a property that it has not.
+    virtual BOOL OnAmbientProperty(COleControlSite* pSite, DISPID dispid, VARIANT* pvar);
 
     // Relations
     CWnd* GetParent() const;
@@ -340,6 +369,12 @@ protected:
     afx_msg void OnWindowPosChanging(WINDOWPOS* lpwndpos);
     DECLARE_MESSAGE_MAP()
 
+    // Makes the site for a control in this window; the container owns it. TRUE when *ppSite has been set.
+    virtual BOOL CreateControlSite(COleControlContainer* pContainer, COleControlSite** ppSite, UINT nID,
+                                   REFCLSID clsid);
+
+    COleControlContainer* m_pCtrlCont = nullptr; // this window's controls; owned
+    COleControlSite* m_pCtrlSite = nullptr;      // this object is a control; its container owns the site
     HWND m_hWndOwner = nullptr;
     UINT m_nFlags = 0;
     int m_nModalResult = 0;
@@ -350,6 +385,8 @@ private:
     BOOL DispatchToMap(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
 
     friend class CDialog;
+    friend class COleControlContainer;
+    friend class COleControlSite;
     friend class CWinThread;
     friend struct AfxWndAccess; // the framework's own window procedure
 };

@@ -1,6 +1,7 @@
 #include <afxwin.h>
 
 #include "module_maps.h"
+#include "ole_init.h"
 
 IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 
@@ -66,6 +67,7 @@ void AFXAPI AfxWinTerm()
 {
     if (CWinThread* const thread = AfxGetThread())
         thread->m_pMainWnd = nullptr;
+    afx_subset::OleTerm();
 }
 
 int AFXAPI AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPTSTR lpCmdLine, int nCmdShow)

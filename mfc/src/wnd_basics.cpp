@@ -1,5 +1,5 @@
 // CWnd: styles, relations, text, dialog items, messages, menus, timers.
-#include <afxwin.h>
+#include <afxocc.h>
 
 CWnd::operator HWND() const
 {
@@ -222,7 +222,10 @@ CWnd* PASCAL CWnd::GetForegroundWindow()
 
 void CWnd::SetWindowText(LPCTSTR lpszString)
 {
-    ::SetWindowText(m_hWnd, lpszString);
+    if (m_pCtrlSite != nullptr)
+        m_pCtrlSite->SetWindowText(lpszString);
+    else
+        ::SetWindowText(m_hWnd, lpszString);
 }
 
 int CWnd::GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const

@@ -1,5 +1,5 @@
 // CWnd's life: creation, subclassing, destruction, the window procedure and message dispatch.
-#include <afxwin.h>
+#include <afxocc.h>
 
 #include "dispatch.h"
 #include "module_maps.h"
@@ -31,10 +31,16 @@ CWnd::CWnd(HWND hWnd) : m_hWnd(hWnd) {}
 
 CWnd::~CWnd()
 {
-    if (m_hWnd == nullptr || IsPositionConstant(this))
+    if (IsPositionConstant(this))
         return;
-    TRACE(_T("A CWnd is destroyed before its window; the window goes with it, its messages unhandled.\n"));
-    DestroyWindow();
+    if (m_pCtrlSite != nullptr)
+        m_pCtrlSite->m_pCtrlCont->Remove(m_pCtrlSite);
+    if (m_hWnd != nullptr) {
+        TRACE(_T("A CWnd is destroyed before its window, which loses its last messages.\n"));
+        DestroyWindow();
+    }
+    // There is none any more where the window's last message has come by this object.
+    delete m_pCtrlCont;
 }
 
 // --- handles
@@ -346,6 +352,11 @@ HWND CWnd::UnsubclassWindow()
 
 BOOL CWnd::DestroyWindow()
 {
+    if (m_pCtrlSite != nullptr) {
+        // The control destroys its window.
+        m_pCtrlSite->m_pCtrlCont->Remove(m_pCtrlSite);
+        return TRUE;
+    }
     if (m_hWnd == nullptr)
         return FALSE;
     const bool permanent = FromHandlePermanent(m_hWnd) == this;
@@ -368,6 +379,7 @@ void CWnd::OnNcDestroy()
     }
     if (thread != nullptr && thread->m_pActiveWnd == this)
         thread->m_pActiveWnd = nullptr;
+    delete std::exchange(m_pCtrlCont, nullptr);
 
     const LONG_PTR before = ::GetWindowLongPtr(m_hWnd, GWLP_WNDPROC);
     Default();

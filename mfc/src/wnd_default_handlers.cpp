@@ -1,5 +1,5 @@
 // The message handlers that only pass the message on, in its original form.
-#include <afxwin.h>
+#include <afxocc.h>
 
 void CWnd::OnActivate(UINT, CWnd*, BOOL)
 {
@@ -53,6 +53,9 @@ void CWnd::OnDeadChar(UINT, UINT, UINT)
 
 void CWnd::OnDestroy()
 {
+    // Controls go while their windows are still there.
+    if (m_pCtrlCont != nullptr)
+        m_pCtrlCont->DeactivateAll();
     Default();
 }
 

@@ -5,6 +5,7 @@
 #include "gdi_handle_traits.h"
 
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
+    ON_WM_DESTROY()
     ON_WM_NCDESTROY()
     ON_WM_COMPAREITEM()
     ON_WM_CTLCOLOR()

@@ -1,9 +1,9 @@
 // CWnd: translation of messages before they are dispatched, and modal loops.
-#include <afxwin.h>
+#include <afxocc.h>
 
-BOOL CWnd::PreTranslateMessage(MSG*)
+BOOL CWnd::PreTranslateMessage(MSG* pMsg)
 {
-    return FALSE;
+    return m_pCtrlSite != nullptr && m_pCtrlSite->TranslateAccelerator(pMsg);
 }
 
 BOOL PASCAL CWnd::WalkPreTranslateTree(HWND hWndStop, MSG* pMsg)
@@ -22,6 +22,8 @@ BOOL CWnd::PreTranslateInput(LPMSG lpMsg)
 {
     const bool key = lpMsg->message >= WM_KEYFIRST && lpMsg->message <= WM_KEYLAST;
     const bool mouse = lpMsg->message >= WM_MOUSEFIRST && lpMsg->message <= WM_MOUSELAST;
+    if (key && m_pCtrlCont != nullptr && m_pCtrlCont->OnMnemonic(lpMsg))
+        return TRUE;
     return (key || mouse) && ::IsDialogMessage(m_hWnd, lpMsg);
 }
 

@@ -1,5 +1,5 @@
 // CWnd: position, state, coordinates, painting, scrolling.
-#include <afxwin.h>
+#include <afxocc.h>
 
 BOOL CWnd::IsIconic() const
 {
@@ -13,7 +13,10 @@ BOOL CWnd::IsZoomed() const
 
 void CWnd::MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint)
 {
-    ::MoveWindow(m_hWnd, x, y, nWidth, nHeight, bRepaint);
+    if (m_pCtrlSite != nullptr)
+        m_pCtrlSite->MoveWindow(x, y, nWidth, nHeight);
+    else
+        ::MoveWindow(m_hWnd, x, y, nWidth, nHeight, bRepaint);
 }
 
 void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
@@ -24,6 +27,8 @@ void CWnd::MoveWindow(LPCRECT lpRect, BOOL bRepaint)
 
 BOOL CWnd::SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags)
 {
+    if (m_pCtrlSite != nullptr)
+        return m_pCtrlSite->SetWindowPos(pWndInsertAfter, x, y, cx, cy, nFlags);
     return ::SetWindowPos(m_hWnd, pWndInsertAfter->GetSafeHwnd(), x, y, cx, cy, nFlags);
 }
 
@@ -114,6 +119,8 @@ BOOL CWnd::IsWindowEnabled() const
 
 BOOL CWnd::EnableWindow(BOOL bEnable)
 {
+    if (m_pCtrlSite != nullptr)
+        return m_pCtrlSite->EnableWindow(bEnable);
     return ::EnableWindow(m_hWnd, bEnable);
 }
 
