@@ -62,10 +62,8 @@ struct GalleryPage {
     ROW(OpenGlPage)                                                                                          \
     ROW(ImagesPage)                                                                                          \
     ROW(PropertiesPage)                                                                                      \
+    ROW(SketchPage)                                                                                          \
     ROW(DrawingPage)
-    ROW(DrawingPage)                                                                                         \
-    ROW(OpenGlPage)                                                                                          \
-    ROW(SketchPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();
 GALLERY_PAGES(GALLERY_DECLARE_PAGE)

@@ -24,6 +24,10 @@
 #define AFX_SUBSET_API __declspec(dllimport)
 #endif
 
+// Before the inline members of class templates that the framework DLL instantiates: the compiler does not
+// export those, so a program that is built without optimisation must not look for them in the DLL.
+#define AFX_SUBSET_INLINE __attribute__((always_inline))
+
 // For hosts' own extension DLLs: AFX_EXT_CLASS exports in the DLL (_AFXEXT) and imports elsewhere.
 #ifdef _AFXEXT
 #define AFX_EXT_CLASS __declspec(dllexport)

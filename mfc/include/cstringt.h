@@ -61,20 +61,20 @@ public:
     CSimpleStringT& operator+=(PCXSTR pszSrc);
     CSimpleStringT& operator+=(XCHAR ch);
 
-    operator PCXSTR() const throw() { return m_pszData; }
-    PCXSTR GetString() const throw() { return m_pszData; }
-    int GetLength() const throw() { return GetData()->nDataLength; }
-    bool IsEmpty() const throw() { return GetLength() == 0; }
-    int GetAllocLength() const throw() { return GetData()->nAllocLength; }
+    AFX_SUBSET_INLINE operator PCXSTR() const throw() { return m_pszData; }
+    AFX_SUBSET_INLINE PCXSTR GetString() const throw() { return m_pszData; }
+    AFX_SUBSET_INLINE int GetLength() const throw() { return GetData()->nDataLength; }
+    AFX_SUBSET_INLINE bool IsEmpty() const throw() { return GetLength() == 0; }
+    AFX_SUBSET_INLINE int GetAllocLength() const throw() { return GetData()->nAllocLength; }
 
     // The character at 0 <= iChar <= GetLength(); the terminator counts as readable.
-    XCHAR GetAt(int iChar) const
+    AFX_SUBSET_INLINE XCHAR GetAt(int iChar) const
     {
         if (iChar < 0 || iChar > GetLength())
             AtlThrow(E_INVALIDARG);
         return m_pszData[iChar];
     }
-    XCHAR operator[](int iChar) const { return GetAt(iChar); }
+    AFX_SUBSET_INLINE XCHAR operator[](int iChar) const { return GetAt(iChar); }
     // Replaces the character at 0 <= iChar < GetLength().
     void SetAt(int iChar, XCHAR ch);
 
@@ -111,7 +111,7 @@ public:
     static int StringLength(PCXSTR psz);
 
 protected:
-    CStringData* GetData() const throw()
+    AFX_SUBSET_INLINE CStringData* GetData() const throw()
     {
         return static_cast<CStringData*>(static_cast<void*>(m_pszData)) - 1;
     }
@@ -119,12 +119,15 @@ protected:
     PXSTR PrepareWrite(int nLength);
     void SetLength(int nLength);
     // Trades contents; neither string may be locked.
-    void Swap(CSimpleStringT& other) throw() { std::swap(m_pszData, other.m_pszData); }
+    AFX_SUBSET_INLINE void Swap(CSimpleStringT& other) throw() { std::swap(m_pszData, other.m_pszData); }
     // Whether the pointer lies within the string's own characters (the terminator included).
     bool OwnsPointer(PCXSTR psz) const throw();
 
 private:
-    void Attach(CStringData* pData) throw() { m_pszData = static_cast<PXSTR>(pData->data()); }
+    AFX_SUBSET_INLINE void Attach(CStringData* pData) throw()
+    {
+        m_pszData = static_cast<PXSTR>(pData->data());
+    }
     void Reallocate(int nCapacity);
 
     PXSTR m_pszData;
@@ -178,40 +181,43 @@ public:
     CStringT(PCXSTR pch, int nLength) : Base(pch, nLength) {}
     CStringT(PCYSTR pch, int nLength);
 
-    CStringT& operator=(const CStringT& strSrc)
+    AFX_SUBSET_INLINE CStringT& operator=(const CStringT& strSrc)
     {
         Base::operator=(strSrc);
         return *this;
     }
-    CStringT& operator=(const Base& strSrc)
+    AFX_SUBSET_INLINE CStringT& operator=(const Base& strSrc)
     {
         Base::operator=(strSrc);
         return *this;
     }
-    CStringT& operator=(PCXSTR pszSrc)
+    AFX_SUBSET_INLINE CStringT& operator=(PCXSTR pszSrc)
     {
         Base::operator=(pszSrc);
         return *this;
     }
-    CStringT& operator=(PCYSTR pszSrc) { return *this = CStringT(pszSrc); }
-    CStringT& operator=(const unsigned char* pszSrc) { return *this = CStringT(pszSrc); }
-    CStringT& operator=(char ch) { return *this = CStringT(ch); }
-    CStringT& operator=(wchar_t ch) { return *this = CStringT(ch); }
+    AFX_SUBSET_INLINE CStringT& operator=(PCYSTR pszSrc) { return *this = CStringT(pszSrc); }
+    AFX_SUBSET_INLINE CStringT& operator=(const unsigned char* pszSrc) { return *this = CStringT(pszSrc); }
+    AFX_SUBSET_INLINE CStringT& operator=(char ch) { return *this = CStringT(ch); }
+    AFX_SUBSET_INLINE CStringT& operator=(wchar_t ch) { return *this = CStringT(ch); }
 
-    CStringT& operator+=(const Base& str)
+    AFX_SUBSET_INLINE CStringT& operator+=(const Base& str)
     {
         Base::Append(str);
         return *this;
     }
-    CStringT& operator+=(PCXSTR pszSrc)
+    AFX_SUBSET_INLINE CStringT& operator+=(PCXSTR pszSrc)
     {
         Base::Append(pszSrc);
         return *this;
     }
-    CStringT& operator+=(PCYSTR pszSrc) { return *this += CStringT(pszSrc); }
-    CStringT& operator+=(char ch) { return *this += CStringT(ch); }
-    CStringT& operator+=(unsigned char ch) { return *this += CStringT(static_cast<char>(ch)); }
-    CStringT& operator+=(wchar_t ch) { return *this += CStringT(ch); }
+    AFX_SUBSET_INLINE CStringT& operator+=(PCYSTR pszSrc) { return *this += CStringT(pszSrc); }
+    AFX_SUBSET_INLINE CStringT& operator+=(char ch) { return *this += CStringT(ch); }
+    AFX_SUBSET_INLINE CStringT& operator+=(unsigned char ch)
+    {
+        return *this += CStringT(static_cast<char>(ch));
+    }
+    AFX_SUBSET_INLINE CStringT& operator+=(wchar_t ch) { return *this += CStringT(ch); }
 
     // Comparison: below 0, 0, above 0. Compare goes by character value, CompareNoCase without regard to case,
     // the Collate pair by the locale's order.
@@ -363,7 +369,10 @@ private:
     static CStringT FormatResource(UINT nFormatID);
     void __cdecl FormatArguments(PCXSTR pszFormat, ...);
     void __cdecl FormatMessageArguments(PCXSTR pszFormat, ...);
-    bool IsOne(XCHAR ch) const throw() { return Base::GetLength() == 1 && Base::GetString()[0] == ch; }
+    AFX_SUBSET_INLINE bool IsOne(XCHAR ch) const throw()
+    {
+        return Base::GetLength() == 1 && Base::GetString()[0] == ch;
+    }
     // Keeps the characters from iFirst up to iEnd.
     CStringT& KeepRange(int iFirst, int iEnd);
     template <typename IsTarget>
