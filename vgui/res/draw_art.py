@@ -75,6 +75,34 @@ CHECK_PART = (
     "................",
 )
 
+# The state images of tree combo boxes, side by side: a filler that is never shown, then the boxes. White is the
+# colour that the image list takes for transparent.
+STATE_SIZE = 13
+STATE_MARGIN = 1
+STATE_TICK = (
+    ".............",
+    ".............",
+    ".............",
+    ".........#...",
+    "........##...",
+    "...#...###...",
+    "...##.###....",
+    "...#####.....",
+    "....###......",
+    ".....#.......",
+    ".............",
+    ".............",
+    ".............",
+)
+BLACK = (0, 0, 0)
+GREY = (128, 128, 128)
+SILVER = (192, 192, 192)
+RED = (255, 0, 0)
+# The sixteen colours of the first displays that had as many, in the order in which bitmaps keep them.
+SIXTEEN_COLORS = tuple(
+    tuple(128 if index >> bit & 1 else 0 for bit in range(3)) for index in range(7)) + (
+        SILVER, GREY) + tuple(tuple(255 if index >> bit & 1 else 0 for bit in range(3)) for index in range(1, 8))
+
 
 def mix(color_from, color_to, index, count):
     """The colour number index of count in a gradient."""
@@ -131,6 +159,25 @@ def check_box(mark):
     return [[pixel(x, y) for x in range(CHECK_SIZE)] for y in range(CHECK_SIZE)]
 
 
+def state_box(frame, inside, tick):
+    """One state image of a tree combo box: a box in a white margin, with or without a red tick."""
+
+    def pixel(x, y):
+        edge = min(x, y, STATE_SIZE - 1 - x, STATE_SIZE - 1 - y) - STATE_MARGIN
+        if edge <= 0:
+            return WHITE if edge < 0 else frame
+        return RED if tick and STATE_TICK[y][x] == "#" else inside
+
+    return [[pixel(x, y) for x in range(STATE_SIZE)] for y in range(STATE_SIZE)]
+
+
+def state_boxes():
+    filler = [[GREY] * STATE_SIZE] * STATE_SIZE
+    images = (filler, state_box(BLACK, WHITE, False), state_box(BLACK, WHITE, True),
+              state_box(BLACK, SILVER, True), state_box(RED, WHITE, False))
+    return [sum((image[y] for image in images), []) for y in range(STATE_SIZE)]
+
+
 def bits24(rows):
     """Rows of (red, green, blue), top row first, as the bits of a 24-bit picture."""
     padding = bytes(-len(rows[0]) * 3 % 4)
@@ -160,12 +207,27 @@ def write_bmp24(path, rows):
     path.write_bytes(struct.pack("<2sIHHI", b"BM", offset + len(bits), 0, 0, offset) + header + bits)
 
 
+def write_bmp4(path, rows):
+    """Writes rows of (red, green, blue), top row first, as a bitmap of the sixteen colours."""
+    width, height = len(rows[0]), len(rows)
+    table = b"".join(bytes((blue, green, red, 0)) for red, green, blue in SIXTEEN_COLORS)
+    stride = (width + 7) // 8 * 4
+    bits = b""
+    for row in reversed(rows):
+        digits = "".join(f"{SIXTEEN_COLORS.index(color):x}" for color in row)
+        bits += bytes.fromhex(digits.ljust(2 * stride, "0"))
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 4, 0, len(bits), 0, 0, 16, 0) + table
+    offset = 14 + len(header)
+    path.write_bytes(struct.pack("<2sIHHI", b"BM", offset + len(bits), 0, 0, offset) + header + bits)
+
+
 def main():
     folder = pathlib.Path(__file__).resolve().parent
     write_bmp24(folder / "help_glyph.bmp", help_glyph())
     write_ico24(folder / "check_none.ico", check_box(CHECK_NONE))
     write_ico24(folder / "check_all.ico", check_box(CHECK_ALL))
     write_ico24(folder / "check_part.ico", check_box(CHECK_PART))
+    write_bmp4(folder / "combo_tree_checks.bmp", state_boxes())
 
 
 if __name__ == "__main__":

@@ -1,0 +1,85 @@
+// The tip that shows the whole of a tree label that the tree's right edge cuts off.
+#pragma once
+
+#include "vgui/composite/combo_subclass_wnd.h"
+
+#include <afxcmn.h>
+
+// The popup with the label's text. There is one for the process; it never takes the focus. Its window is
+// owned by a tree and goes with it; the next tree that needs the popup makes it again.
+class VGUI_API CComboPopupText : public CWnd
+{
+public:
+    // Alignment flag: the window's right edge stays when a text changes its width.
+    static constexpr DWORD kGrowLeft = 1;
+
+    CComboPopupText();
+    CComboPopupText(const CComboPopupText&) = delete;
+    CComboPopupText& operator=(const CComboPopupText&) = delete;
+
+    static CComboPopupText& Instance();
+
+    // Sees to it that the window exists, hidden, and belongs to this tree from now on. False when it cannot
+    // be created.
+    bool BelongTo(CWnd& tree);
+    // The window of the tree that the popup belongs to, null without a window.
+    [[nodiscard]] HWND GetTree() const;
+
+    // Shows the window where it is, after a delay in milliseconds. It goes by itself when the mouse is
+    // neither on it nor on its tree.
+    void Show(UINT delay);
+    void Hide();
+    // Whether the popup went because the mouse left, since it was last to be shown.
+    [[nodiscard]] bool HasMouseLeft() const { return m_bMouseLeft != FALSE; }
+
+protected:
+    afx_msg void OnPaint();
+    afx_msg LRESULT OnSetText(WPARAM wParam, LPARAM lParam);
+    afx_msg void OnTimer(UINT_PTR nIDEvent);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
+    afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
+    afx_msg void OnDestroy();
+    DECLARE_MESSAGE_MAP()
+
+    SIZE m_margins{4, 4}; // pixels
+    CFont m_font;
+    DWORD m_dwAlign = 0;
+    UINT_PTR m_nShowTimer = 0; // 0 while it does not run
+    UINT_PTR m_nLeaveTimer = 0;
+    BOOL m_bMouseLeft = FALSE;
+
+private:
+    void StopTimer(UINT_PTR& timer);
+    void StopTimers();
+    void Appear();
+    [[nodiscard]] bool IsMouseAway() const;
+};
+
+// The hook on the tree that shows and hides the tip.
+class VGUI_API ComboTreeTip : public CComboSubclassWnd
+{
+public:
+    // Hooks a tree and remembers its control id. FALSE when it cannot be hooked.
+    BOOL Watch(CTreeCtrl& tree);
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+    // The mouse has moved to a point in the tree's client coordinates.
+    virtual void OnHoverMove(CPoint point);
+    // Whether a label, in the tree's client coordinates, ends before the tree's right edge.
+    virtual BOOL IsLabelVisible(const RECT& label);
+    // The item whose icon, check box or label is at a point in client coordinates, null when there is none;
+    // then nothing is filled in. Otherwise rect, in client coordinates, is the whole label, also what is cut
+    // off.
+    virtual HTREEITEM HitTestLabel(CPoint point, RECT* rect, CString& text);
+
+protected:
+    UINT m_nTreeId = 0;
+    HTREEITEM m_hLast = nullptr; // the item hovered last
+
+private:
+    [[nodiscard]] CTreeCtrl& Tree() const;
+    void HideTip();
+};
