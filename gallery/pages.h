@@ -59,6 +59,7 @@ struct GalleryPage {
     ROW(TreePage)                                                                                            \
     ROW(OutlinePage)                                                                                         \
     ROW(TipPage)                                                                                             \
+    ROW(ComboTreePage)                                                                                       \
     ROW(OpenGlPage)                                                                                          \
     ROW(ImagesPage)                                                                                          \
     ROW(PropertiesPage)                                                                                      \

@@ -208,7 +208,10 @@ int ComboTree::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
     if (CWnd::OnCreate(lpCreateStruct) == -1)
         return -1;
-    return CreateTree() && CreateButton() && CreateEdit() ? 0 : -1;
+    if (CreateTree() && CreateButton() && CreateEdit())
+        return 0;
+    m_tree.DestroyWindow(); // not our child, and WM_DESTROY need not come
+    return -1;
 }
 
 bool ComboTree::CreateTree()
@@ -352,7 +355,9 @@ void ComboTree::DisplayTree()
     PlaceTree(SWP_SHOWWINDOW);
     m_strSavedPath = GetCurrentTreePath();
     SetDroppedState(TRUE);
-    // The keyboard stays with the edit field; this makes the tree draw its selection as if it had the focus.
+    // The keyboard stays with the edit field; the message makes a tree draw its selection as if it had the focus,
+    // and the style shows it in a tree that asks the system who has.
+    m_tree.ModifyStyle(0, TVS_SHOWSELALWAYS);
     m_tree.PostMessage(WM_SETFOCUS);
     m_tree.SetActiveWindow();
     m_tree.SetForegroundWindow();

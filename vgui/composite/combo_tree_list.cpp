@@ -46,7 +46,10 @@ int ComboTreeDropList::OnCreate(LPCREATESTRUCT lpCreateStruct)
         return -1;
     m_tip.Watch(*this);
     CComboPopupText::Instance().BelongTo(*this);
-    return !m_pCombo->GetHasCheckboxes() || LoadCheckImages() ? 0 : -1;
+    if (!m_pCombo->GetHasCheckboxes() || LoadCheckImages())
+        return 0;
+    DestroyWindow(); // a window whose creation fails need not see WM_DESTROY, without which a tree leaks
+    return -1;
 }
 
 // The bitmap may be the host's: resources of the program are found before the library's own.
