@@ -1,6 +1,5 @@
 #include "tests/composite/combo_tree_fixture.h"
 
-#include <afxmt.h>
 #include <memory>
 
 using namespace support;
@@ -53,7 +52,7 @@ TEST_F(ComboTreeTips, ComeOverCutOffLabelsAfterADelay)
     MoveTo(On(kLong));
     EXPECT_FALSE(IsShown());
     ASSERT_TRUE(Appears());
-    EXPECT_EQ(spy.Count(WM_TIMER) > 0, true);
+    EXPECT_GT(spy.Count(WM_TIMER), 0);
     EXPECT_EQ(Text(), kLong);
     CRect label;
     tree.GetItemRect(Find(kLong), label, TRUE);
@@ -160,7 +159,8 @@ TEST_F(ComboTreeTips, ServeEveryTree)
     EXPECT_TRUE(PumpUntil([&] { return spy.Count(WM_TIMER) >= 2; }));
     EXPECT_TRUE(IsShown());
     second.DestroyWindow();
-    EXPECT_EQ(tip.m_hWnd, nullptr);
+    EXPECT_TRUE(::IsWindow(tip.m_hWnd));
+    EXPECT_FALSE(IsShown());
     Drop();
     MoveTo(On(kLong));
     EXPECT_TRUE(Appears());

@@ -355,8 +355,8 @@ void ComboTree::DisplayTree()
     PlaceTree(SWP_SHOWWINDOW);
     m_strSavedPath = GetCurrentTreePath();
     SetDroppedState(TRUE);
-    // The keyboard stays with the edit field; the message makes a tree draw its selection as if it had the focus,
-    // and the style shows it in a tree that asks the system who has.
+    // The keyboard stays with the edit field; the message makes a tree draw its selection as if it had the
+    // focus, and the style shows it in a tree that asks the system who has.
     m_tree.ModifyStyle(0, TVS_SHOWSELALWAYS);
     m_tree.PostMessage(WM_SETFOCUS);
     m_tree.SetActiveWindow();

@@ -52,6 +52,13 @@ int ComboTreeDropList::OnCreate(LPCREATESTRUCT lpCreateStruct)
     return -1;
 }
 
+BOOL ComboTreeDropList::DestroyWindow()
+{
+    if (m_hWnd != nullptr)
+        CComboPopupText::Instance().Leave(*this);
+    return CTreeCtrl::DestroyWindow();
+}
+
 // The bitmap may be the host's: resources of the program are found before the library's own.
 bool ComboTreeDropList::LoadCheckImages()
 {

@@ -41,6 +41,8 @@ public:
     ComboTreeDropList(const ComboTreeDropList&) = delete;
     ComboTreeDropList& operator=(const ComboTreeDropList&) = delete;
 
+    BOOL DestroyWindow() override;
+
     // Changes a check state, keeps descendants and ancestors consistent with it and tells the combo's parent.
     // FALSE without check boxes, without a combo box and for a missing item.
     BOOL SetCheckState(HTREEITEM item, int op);

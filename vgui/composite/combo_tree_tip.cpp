@@ -54,11 +54,21 @@ bool CComboPopupText::BelongTo(CWnd& tree)
     if (m_hWnd == nullptr)
         return CreateEx(WS_EX_TOOLWINDOW | WS_EX_TOPMOST, AfxRegisterWndClass(0), nullptr,
                         WS_POPUP | WS_BORDER, 0, 0, 0, 0, tree.m_hWnd, nullptr) != FALSE;
-    if (GetTree() != tree.m_hWnd) {
-        Hide();
-        ::SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(tree.m_hWnd));
-    }
+    if (GetTree() != tree.m_hWnd)
+        SetTree(tree.m_hWnd);
     return true;
+}
+
+void CComboPopupText::Leave(const CWnd& tree)
+{
+    if (m_hWnd != nullptr && GetTree() == tree.m_hWnd)
+        SetTree(nullptr);
+}
+
+void CComboPopupText::SetTree(HWND tree)
+{
+    Hide();
+    ::SetWindowLongPtrW(m_hWnd, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(tree));
 }
 
 HWND CComboPopupText::GetTree() const

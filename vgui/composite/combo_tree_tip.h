@@ -5,8 +5,8 @@
 
 #include <afxcmn.h>
 
-// The popup with the label's text. There is one for the process; it never takes the focus. Its window is
-// owned by a tree and goes with it; the next tree that needs the popup makes it again.
+// The popup with the label's text. There is one for the process; it never takes the focus. Its window is made
+// when a tree first needs it and stays; it is owned by the tree that it serves.
 class VGUI_API CComboPopupText : public CWnd
 {
 public:
@@ -22,6 +22,8 @@ public:
     // Sees to it that the window exists, hidden, and belongs to this tree from now on. False when it cannot
     // be created.
     bool BelongTo(CWnd& tree);
+    // Belongs to no tree any more, if it was this one: a tree that goes must not take the popup with it.
+    void Leave(const CWnd& tree);
     // The window of the tree that the popup belongs to, null without a window.
     [[nodiscard]] HWND GetTree() const;
 
@@ -51,6 +53,7 @@ protected:
     BOOL m_bMouseLeft = FALSE;
 
 private:
+    void SetTree(HWND tree);
     void StopTimer(UINT_PTR& timer);
     void StopTimers();
     void Appear();
