@@ -313,6 +313,29 @@ TEST_F(ComboTreeControl, BoxesToggleAndEveryItemMayBeChosen)
     EXPECT_EQ(Told(), (Codes{CBN_SELENDOK}));
 }
 
+TEST_F(ComboTreeControl, ShowsTheSelectionWhileTheEditHasTheFocus)
+{
+    Open();
+    Add({L"aaaa", L"bbbb"});
+    tree.SelectItem(Find(L"bbbb"));
+    Drop();
+    tree.UpdateWindow();
+    const auto background = [&](LPCWSTR path) {
+        CRect label;
+        tree.GetItemRect(Find(path), label, TRUE);
+        return ClientPixel(tree.m_hWnd, label.TopLeft() + CSize(1, 1));
+    };
+    EXPECT_EQ(background(L"aaaa"), ::GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(background(L"bbbb"), ::GetSysColor(COLOR_HIGHLIGHT));
+    Key(VK_UP);
+    tree.UpdateWindow();
+    EXPECT_EQ(background(L"aaaa"), ::GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_EQ(background(L"bbbb"), ::GetSysColor(COLOR_WINDOW));
+    CRect label;
+    tree.GetItemRect(Find(L"aaaa"), label, TRUE);
+    EXPECT_GT(CaptureClient(tree.m_hWnd).Count(::GetSysColor(COLOR_HIGHLIGHTTEXT), label), 0);
+}
+
 TEST_F(ComboTreeControl, CancelRestoresTheSelectionNotTheText)
 {
     Open();

@@ -355,9 +355,7 @@ void ComboTree::DisplayTree()
     PlaceTree(SWP_SHOWWINDOW);
     m_strSavedPath = GetCurrentTreePath();
     SetDroppedState(TRUE);
-    // The keyboard stays with the edit field; the message makes a tree draw its selection as if it had the
-    // focus, and the style shows it in a tree that asks the system who has.
-    m_tree.ModifyStyle(0, TVS_SHOWSELALWAYS);
+    // The keyboard stays with the edit field; the tree is to look as if it had the focus.
     m_tree.PostMessage(WM_SETFOCUS);
     m_tree.SetActiveWindow();
     m_tree.SetForegroundWindow();

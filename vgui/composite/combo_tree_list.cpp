@@ -2,6 +2,7 @@
 
 #include "vgui/composite/combo_tree.h"
 #include "vgui/composite/combo_tree_paths.h"
+#include "vgui/foundation/gdi_scope.h"
 
 #include <algorithm>
 #include <vector>
@@ -25,6 +26,7 @@ BEGIN_MESSAGE_MAP(ComboTreeDropList, CTreeCtrl)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_CLOSE()
+    ON_WM_PAINT()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
     ON_WM_KEYDOWN()
@@ -100,6 +102,41 @@ LRESULT ComboTreeDropList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
 bool ComboTreeDropList::IsChoosable(HTREEITEM item) const
 {
     return m_bSelectParent || !ItemHasChildren(item) || (m_pCombo != nullptr && m_pCombo->GetHasCheckboxes());
+}
+
+// Some versions of the tree control ask the system who has the focus and show the selection of others faintly
+// or not at all.
+void ComboTreeDropList::OnPaint()
+{
+    CRect label;
+    const bool hasSelection = GetItemRect(GetSelectedItem(), label, TRUE) != FALSE;
+    if (hasSelection)
+        InvalidateRect(label, FALSE);
+    Default();
+    if (hasSelection)
+        HighlightSelection(label);
+}
+
+// Gives a label that the tree has painted the colours of the selection, unless it has them. The picture is
+// recoloured by way of a monochrome copy, which keeps the label's font.
+void ComboTreeDropList::HighlightSelection(const CRect& label)
+{
+    CClientDC dc(this);
+    const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+    const COLORREF background = dc.GetPixel(label.left + 1, label.top + 1);
+    CDC memory;
+    CBitmap copy;
+    if (background == highlight || background == CLR_INVALID || !memory.CreateCompatibleDC(&dc) ||
+        !copy.CreateBitmap(label.Width(), label.Height(), 1, 1, nullptr))
+        return;
+    const VSelectScope selected(memory, copy);
+    {
+        const VBkColorScope white(dc.m_hDC, background);
+        memory.BitBlt(0, 0, label.Width(), label.Height(), &dc, label.left, label.top, SRCCOPY);
+    }
+    const VBkColorScope back(dc.m_hDC, highlight);
+    const VTextColorScope text(dc.m_hDC, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
+    dc.BitBlt(label.left, label.top, label.Width(), label.Height(), &memory, 0, 0, SRCCOPY);
 }
 
 // Mouse and keys --------------------------------------------------------------------------------------------

@@ -58,6 +58,7 @@ protected:
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnDestroy();
     afx_msg void OnClose();
+    afx_msg void OnPaint();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
@@ -75,6 +76,7 @@ private:
     friend class ComboTree;
 
     bool LoadCheckImages();
+    void HighlightSelection(const CRect& label);
     [[nodiscard]] HTREEITEM ItemAt(CPoint point, UINT hitFlags) const;
 
     // Item links.
