@@ -70,15 +70,14 @@ protected:
         host.Clear();
         return codes;
     }
-    // A point on an item's label, or that many pixels to the left of it, in screen coordinates.
-    [[nodiscard]] CPoint On(LPCWSTR path, int leftOfLabel = -3)
+    // A point of an item's row, so many pixels right of where its label begins, in screen coordinates.
+    [[nodiscard]] CPoint On(LPCWSTR path, int offset = 3)
     {
         CRect label;
         EXPECT_TRUE(tree.GetItemRect(Find(path), label, TRUE));
-        return support::ClientToScreen(tree.m_hWnd, CPoint(label.left - leftOfLabel, label.CenterPoint().y));
+        return support::ClientToScreen(tree.m_hWnd, CPoint(label.left + offset, label.CenterPoint().y));
     }
-    // On its check box.
-    [[nodiscard]] CPoint OnBox(LPCWSTR path) { return On(path, 8); }
+    [[nodiscard]] CPoint OnBox(LPCWSTR path) { return On(path, -8); }
     [[nodiscard]] bool IsDown() const { return combo.GetDroppedState() && ::IsWindowVisible(tree.m_hWnd); }
 
     support::HostWnd host;

@@ -3,7 +3,6 @@
 #include "tests/support/modal.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 
 using namespace support;
@@ -20,9 +19,7 @@ public:
 
 } // namespace
 
-class ComboTreeControl : public ComboTreeTest
-{
-};
+using ComboTreeControl = ComboTreeTest;
 
 TEST_F(ComboTreeControl, IsMadeOfEditButtonAndHiddenTree)
 {
@@ -178,27 +175,28 @@ TEST_F(ComboTreeControl, DrawsTheButtonAsAScrollArrow)
 
 TEST_F(ComboTreeControl, DropsDownWhereThereIsRoom)
 {
-    const CSize screen(::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN));
     Open();
+    CRect place;
+    combo.GetWindowRect(place);
+    CRect hostPlace;
+    host.GetWindowRect(hostPlace);
+    const CSize inset = place.TopLeft() - hostPlace.TopLeft();
+    const CSize screen(::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN));
+    const int left = screen.cx - kDropped.cx; // the last corner with room to the right and below
+    const int top = screen.cy - kDropped.cy - place.Height();
     struct Case {
-        CPoint host;
+        CPoint corner; // of the control
         bool above, alignedRight;
     };
-    const CSize control(160, 24);
-    const CPoint inset(10, 10); // of the control in its host
-    const auto hostFor = [&](CPoint corner) { return corner - CSize(inset); };
-    const int lastLeft = screen.cx - kDropped.cx;
-    const int lastTop = screen.cy - kDropped.cy - control.cy;
-    for (const Case& at : {Case{{30, 30}, false, false}, Case{hostFor({lastLeft, lastTop}), false, false},
-                           Case{hostFor({lastLeft + 1, lastTop}), false, true},
-                           Case{hostFor({lastLeft, lastTop + 1}), true, false},
-                           Case{hostFor({screen.cx - control.cx, screen.cy - control.cy}), true, true}}) {
-        host.SetWindowPos(nullptr, at.host.x, at.host.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-        CRect control_;
-        combo.GetWindowRect(control_);
-        const CPoint corner(at.alignedRight ? control_.right - kDropped.cx : control_.left,
-                            at.above ? control_.top - kDropped.cy : control_.bottom);
-        const CRect wanted(corner, kDropped);
+    for (const Case& at : {Case{{30, 30}, false, false}, Case{{left, top}, false, false},
+                           Case{{left + 1, top}, false, true}, Case{{left, top + 1}, true, false},
+                           Case{{screen.cx - place.Width(), screen.cy - place.Height()}, true, true}}) {
+        const CPoint moved = at.corner - inset;
+        host.SetWindowPos(nullptr, moved.x, moved.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        place.MoveToXY(at.corner);
+        const CRect wanted(CPoint(at.alignedRight ? place.right - kDropped.cx : place.left,
+                                  at.above ? place.top - kDropped.cy : place.bottom),
+                           kDropped);
         CRect rect;
         combo.GetDroppedControlRect(rect);
         EXPECT_EQ(rect, wanted);

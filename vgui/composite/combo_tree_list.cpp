@@ -4,7 +4,6 @@
 #include "vgui/composite/combo_tree_paths.h"
 #include "vgui/foundation/gdi_scope.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace
