@@ -216,6 +216,12 @@ TEST_F(ComboTreeControl, DropsDownWhereThereIsRoom)
     tree.GetWindowRect(rect);
     EXPECT_EQ(rect.Size(), CSize(90, 70));
     EXPECT_EQ(combo.GetDroppedHeight(), 70);
+    combo.SetDroppedWidth(0x7FFFFFFF); // more than a window can be
+    combo.GetDroppedControlRect(rect);
+    EXPECT_GT(rect.Width(), 0x7000);
+    combo.SetDroppedWidth(UINT_MAX);
+    combo.GetDroppedControlRect(rect);
+    EXPECT_EQ(rect.Width(), 0);
 }
 
 TEST_F(ComboTreeControl, ButtonAndCallsOpenAndClose)

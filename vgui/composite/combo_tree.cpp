@@ -1,5 +1,7 @@
 #include "vgui/composite/combo_tree.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -7,6 +9,7 @@ constexpr UINT kButtonId = 4317;
 constexpr UINT kEditId = 4318;
 constexpr UINT kTreeId = 4319;
 constexpr UINT kDlgCode = DLGC_WANTARROWS | DLGC_WANTALLKEYS | DLGC_WANTCHARS;
+constexpr int kMaxExtent = 0x7FFF; // pixels; windows cannot be larger
 constexpr UINT kLastKeyMessage = 0x0109;
 
 constexpr DWORD kPartStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
@@ -217,12 +220,14 @@ void ComboTree::CalculateDroppedRect(RECT* rect) const
 {
     CRect control;
     GetWindowRect(control);
+    const LONG width = std::clamp(m_nDroppedWidth, 0, kMaxExtent);
+    const LONG height = std::clamp(m_nDroppedHeight, 0, kMaxExtent);
     CPoint corner(control.left, control.bottom);
-    if (corner.y + m_nDroppedHeight > ::GetSystemMetrics(SM_CYSCREEN))
-        corner.y = control.top - m_nDroppedHeight;
-    if (corner.x + m_nDroppedWidth > ::GetSystemMetrics(SM_CXSCREEN))
-        corner.x = control.right - m_nDroppedWidth;
-    *rect = CRect(corner, CSize(m_nDroppedWidth, m_nDroppedHeight));
+    if (corner.y + height > ::GetSystemMetrics(SM_CYSCREEN))
+        corner.y = control.top - height;
+    if (corner.x + width > ::GetSystemMetrics(SM_CXSCREEN))
+        corner.x = control.right - width;
+    *rect = CRect(corner, CSize(width, height));
 }
 
 void ComboTree::GetDroppedControlRect(RECT* rect) const
