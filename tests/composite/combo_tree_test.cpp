@@ -338,6 +338,15 @@ TEST_F(ComboTreeControl, ShowsTheSelectionWhileTheEditHasTheFocus)
     CRect label;
     tree.GetItemRect(Find(L"aaaa"), label, TRUE);
     EXPECT_GT(CaptureClient(tree.m_hWnd).Count(::GetSysColor(COLOR_HIGHLIGHTTEXT), label), 0);
+
+    // Also of a label that is scrolled out of view in part.
+    combo.SetDroppedWidth(label.right);
+    tree.SetItemText(Find(L"aaaa"), L"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa");
+    tree.SendMessage(WM_HSCROLL, SB_PAGERIGHT);
+    tree.UpdateWindow();
+    tree.GetItemRect(tree.GetRootItem(), label, TRUE);
+    ASSERT_LT(label.left, 0);
+    EXPECT_GT(CaptureClient(tree.m_hWnd).Count(::GetSysColor(COLOR_HIGHLIGHT), label), 100);
 }
 
 TEST_F(ComboTreeControl, CancelRestoresTheSelectionNotTheText)

@@ -118,8 +118,11 @@ void ComboTreeDropList::OnPaint()
 
 // Gives a label that the tree has painted the colours of the selection, unless it has them. The picture is
 // recoloured by way of a monochrome copy, which keeps the label's font.
-void ComboTreeDropList::HighlightSelection(const CRect& label)
+void ComboTreeDropList::HighlightSelection(CRect label)
 {
+    CRect client;
+    GetClientRect(client);
+    label.IntersectRect(label, client);
     CClientDC dc(this);
     const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
     const COLORREF background = dc.GetPixel(label.left + 1, label.top + 1);

@@ -76,7 +76,7 @@ private:
     friend class ComboTree;
 
     bool LoadCheckImages();
-    void HighlightSelection(const CRect& label);
+    void HighlightSelection(CRect label);
     [[nodiscard]] HTREEITEM ItemAt(CPoint point, UINT hitFlags) const;
 
     // Item links.
