@@ -72,9 +72,10 @@ void SetPicture(CDib& dib, const Picture& picture)
     header.biHeight = picture.height;
     header.biPlanes = 1;
     header.biBitCount = picture.bitCount;
+    header.biSizeImage = static_cast<DWORD>(RowBits(picture) / 8 * static_cast<size_t>(picture.height));
     header.biXPelsPerMeter = 1111;
     header.biYPelsPerMeter = 2222;
-    std::vector<BYTE> rows(RowBits(picture) / 8 * static_cast<size_t>(picture.height));
+    std::vector<BYTE> rows(header.biSizeImage);
     ForEachPixel(picture, [&](size_t i, size_t byte, size_t shift) {
         if (picture.bitCount < 8)
             rows[byte] = static_cast<BYTE>(rows[byte] | picture.pixels[i] << shift);
@@ -124,6 +125,10 @@ testing::AssertionResult IsInStep(const CDib& dib)
     if (dib.GetBitmap() == nullptr || dib.GetBitmap()->GetObject(sizeof section, &section) != sizeof section)
         return testing::AssertionFailure() << "no bitmap";
     const auto bytes = static_cast<size_t>(dib.GetWidthBytes()) * static_cast<size_t>(picture.height);
+    const DWORD stated = static_cast<const BITMAPINFOHEADER*>(::GlobalLock(dib.GetHandle()))->biSizeImage;
+    ::GlobalUnlock(dib.GetHandle());
+    if (stated != 0 && stated != bytes)
+        return testing::AssertionFailure() << "biSizeImage is " << stated << " instead of " << bytes;
     if (section.dsBm.bmWidth != picture.width || section.dsBm.bmHeight != picture.height ||
         section.dsBm.bmBitsPixel != picture.bitCount ||
         memcmp(section.dsBm.bmBits, dib.GetBitsPtr(), bytes) != 0)

@@ -62,12 +62,6 @@ bool IsStreamCompression(DWORD compression)
     return compression != BI_RGB && compression != BI_BITFIELDS;
 }
 
-bool IsKnownDepth(WORD bitCount)
-{
-    constexpr WORD kDepths[] = {1, 4, 8, 16, 24, 32};
-    return std::ranges::find(kDepths, bitCount) != std::end(kDepths);
-}
-
 bool IsCompressionOfDepth(DWORD compression, WORD bitCount)
 {
     switch (compression) {
@@ -175,6 +169,18 @@ std::optional<IncomingHeader> CheckIncoming(const BYTE* memory, size_t length)
     return incoming;
 }
 
+// Nothing either when the image is not all there. A biSizeImage that reaches beyond the memory becomes the
+// image's.
+std::optional<IncomingHeader> CheckWhole(const BYTE* memory, size_t length)
+{
+    std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
+    if (!incoming || !IsWhole(incoming->bytes, length))
+        return std::nullopt;
+    if (DIBBlockSize(incoming->bytes) > length)
+        SetSizeImage(incoming->bytes, ImageBytesOf(incoming->bytes));
+    return incoming;
+}
+
 // Nothing happens for an empty view.
 void TurnOver(const VDibView& dib)
 {
@@ -188,6 +194,12 @@ void TurnOver(const VDibView& dib)
 } // namespace
 
 // ---- Measures
+
+bool IsKnownDepth(WORD bitCount)
+{
+    constexpr WORD kDepths[] = {1, 4, 8, 16, 24, 32};
+    return std::ranges::find(kDepths, bitCount) != std::end(kDepths);
+}
 
 DWORD DIBNumColors(const BYTE* block)
 {
@@ -326,6 +338,7 @@ VOwnedGlobal NewDib(const BITMAPINFOHEADER& header, size_t spare)
     VOwnedGlobal block = NewGlobalBlock(BitsOffset(bytes) + rows + spare);
     if (void* const memory = block ? ::GlobalLock(block.Get()) : nullptr) {
         std::memcpy(memory, &header, sizeof header);
+        SetSizeImage(static_cast<BYTE*>(memory), 0);
         ::GlobalUnlock(block.Get());
     }
     return block;
@@ -348,7 +361,6 @@ VOwnedGlobal NewDibLike(const VDibView& dib, LONG width, LONG height)
     header.biWidth = width;
     header.biHeight = height;
     header.biCompression = BI_RGB;
-    header.biSizeImage = 0;
     VOwnedGlobal block = NewDib(header);
     const VLockedDib made(block.Get());
     if (!made)
@@ -382,11 +394,9 @@ size_t PackedDibBytes(const BYTE* memory)
 
 VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length)
 {
-    std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
-    if (!incoming || !IsWhole(incoming->bytes, length))
+    std::optional<IncomingHeader> incoming = CheckWhole(memory, length);
+    if (!incoming)
         return {};
-    if (DIBBlockSize(incoming->bytes) > length)
-        SetSizeImage(incoming->bytes, ImageBytesOf(incoming->bytes));
     const size_t bytes = DIBBlockSize(incoming->bytes);
     VOwnedGlobal block = NewGlobalBlock(bytes);
     if (void* const target = block ? ::GlobalLock(block.Get()) : nullptr) {
@@ -405,12 +415,12 @@ bool AcceptDib(HGLOBAL hDib)
     if (memory == nullptr)
         return false;
     const size_t length = ::GlobalSize(hDib);
-    const std::optional<IncomingHeader> incoming = CheckIncoming(memory, length);
-    const bool isWhole = incoming && IsWhole(incoming->bytes, length);
-    if (isWhole && incoming->isTopDown) {
-        std::memcpy(memory, incoming->bytes, kInfoHeaderBytes);
-        TurnOver(VDibView(memory, length));
+    const std::optional<IncomingHeader> incoming = CheckWhole(memory, length);
+    if (incoming) {
+        std::memcpy(memory, incoming->bytes, HeaderBytes(incoming->bytes));
+        if (incoming->isTopDown)
+            TurnOver(VDibView(memory, length));
     }
     ::GlobalUnlock(hDib);
-    return isWhole;
+    return incoming.has_value();
 }

@@ -29,6 +29,9 @@ size_t BytesPerLine(const BYTE* block);
 // Header, colour table and biSizeImage together; a biSizeImage of 0 is first set, inside the block.
 size_t DIBBlockSize(BYTE* block);
 
+// Whether images of that depth are known: 1, 4, 8, 16, 24 and 32.
+bool IsKnownDepth(WORD bitCount);
+
 // The bytes of one row of so many pixels, padded to 4.
 constexpr size_t DIBRowBytes(size_t width, size_t bitCount)
 {
@@ -103,8 +106,8 @@ private:
 
 // A block of so many bytes.
 VOwnedGlobal NewGlobalBlock(size_t bytes);
-// A block for a 40-byte header, which is copied into it, its colour table and its rows, which are zero. spare
-// bytes follow the rows. The header's biSizeImage does not count.
+// A block for a 40-byte header, which is copied into it with a biSizeImage of 0, its colour table and its
+// rows, which are zero. spare bytes follow the rows.
 VOwnedGlobal NewDib(const BITMAPINFOHEADER& header, size_t spare = 0);
 // A 40-byte header for an uncompressed image, biSizeImage zero.
 BITMAPINFOHEADER DIBHeader(LONG width, LONG height, WORD bitCount);
@@ -119,7 +122,8 @@ size_t PackedDibBytes(const BYTE* memory);
 // A copy of the packed DIB in so many bytes of memory. A top-down image is turned over, and a biSizeImage
 // that cannot be true is put right. Empty when the header makes no sense or the image is not all there.
 VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length);
-// Whether a global block holds a packed DIB; one that is top-down is turned over in its place.
+// Whether a global block holds a packed DIB. A top-down image is then turned over in its place, and a
+// biSizeImage that cannot be true is put right.
 bool AcceptDib(HGLOBAL hDib);
 
 // A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32). GDI matches the
@@ -133,6 +137,17 @@ VOwnedGlobal DibFromSection(HBITMAP hBitmap);
 VOwnedGlobal DibFromBitmap(HBITMAP hBitmap, HPALETTE hPalette);
 
 // ---- GDI objects of packed DIBs
+
+// Header and colour table in the form that GDI asks for, with room for every table.
+struct VDibInfo {
+    BITMAPINFOHEADER header;
+    RGBQUAD colors[kMaxDibColors];
+
+    BITMAPINFO* Info() { return reinterpret_cast<BITMAPINFO*>(this); }
+};
+static_assert(offsetof(VDibInfo, colors) == offsetof(BITMAPINFO, bmiColors));
+// What GDI is told about a packed DIB instead of its own header, whose number of colours may be any.
+VDibInfo DibInfoOf(const VDibView& dib);
 
 // A DIB section with a packed DIB's depth, masks and colours. Empty when GDI refuses, as for a compressed
 // image.

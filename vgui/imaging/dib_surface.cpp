@@ -25,12 +25,6 @@ size_t BitsOffset(WORD bitCount)
     return kHeaderBytes + ColorsOfDepth(bitCount) * sizeof(RGBQUAD);
 }
 
-bool IsKnownDepth(WORD bitCount)
-{
-    constexpr WORD kDepths[] = {1, 4, 8, 16, 24, 32};
-    return std::ranges::find(kDepths, bitCount) != std::end(kDepths);
-}
-
 // Header, blank colour table and blank rows; empty when there cannot be such an image.
 std::vector<BYTE> NewImage(int width, int height, WORD bitCount)
 {
