@@ -184,6 +184,7 @@ TEST_F(DibDisplay, DrawingBetweenBeginAndEndPaintGetsIntoTheImage)
         CDC* const pDC = m_dib.BeginPaint(bitCount == 8 ? &m_surface.DC() : nullptr);
         ASSERT_NE(pDC, nullptr);
         EXPECT_EQ(m_dib.BeginPaint(nullptr), pDC) << "one drawing at a time";
+        CGdiObject::DeleteTempMap(); // as idle processing does
         pDC->FillSolidRect(CRect(2, 1, 6, 4), drawn);
         m_dib.EndPaint();
         m_dib.EndPaint();

@@ -158,6 +158,9 @@ TEST_F(DibPalTest, TakesColorTables)
     info.header.biClrUsed = 5;
     ASSERT_TRUE(palette.Create(info.Get()));
     EXPECT_EQ(palette.GetNumColors(), 5);
+    info.header.biClrUsed = 17; // more than 4 bits can use
+    ASSERT_TRUE(palette.Create(info.Get()));
+    EXPECT_EQ(palette.GetNumColors(), 16);
 
     CDIB dib;
     ASSERT_TRUE(dib.Create(1, 1, 8));
@@ -177,7 +180,7 @@ TEST_F(DibPalTest, RefusesWhatHasNoColorsAndKeepsThePalette)
     deep.header.biBitCount = 24;
     Info core;
     core.header.biSize = sizeof(BITMAPCOREHEADER);
-    Info huge;
+    Info huge = deep;
     huge.header.biClrUsed = 0xFFFFFFFF;
     CDIB empty;
     CDIB dib24;
@@ -277,6 +280,7 @@ TEST_F(DibPalTest, DrawsSwatchesUpToTheLastColor)
     // Nothing to draw with, on or in: nothing happens.
     palette.Draw(static_cast<HDC>(nullptr), &rect, TRUE);
     palette.Draw(&surface.DC(), nullptr, TRUE);
+    palette.Draw(static_cast<CDC*>(nullptr), &rect, TRUE);
     CDIBPal().Draw(&surface.DC(), &rect, TRUE);
     EXPECT_TRUE(AreasEqual(surface, surface.Bounds(), expected, {0, 0}));
 }
@@ -393,9 +397,16 @@ TEST_F(DibPalTest, TellsTheUserWhatFailed)
     }
     const TemporaryFile file({1, 2, 3});
     {
-        const auto answer = AnswerMessageBox(IDOK);
+        // The user may do something about it at once: the file is closed.
+        bool isFree = false;
+        const auto answer = WhenModal([&](HWND box) {
+            CFile other;
+            isFree = other.Open(CString(file.Name()), CFile::modeReadWrite | CFile::shareExclusive) != FALSE;
+            PostButton(box, IDOK);
+        });
         EXPECT_FALSE(palette.Load(file.Name()));
         EXPECT_EQ(answer.Text(), L"Failed to load file");
+        EXPECT_TRUE(isFree);
     }
     EXPECT_EQ(palette.GetNumColors(), 2);
     {

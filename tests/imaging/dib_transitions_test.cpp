@@ -36,7 +36,6 @@ public:
     void Copy(const Blit& blit)
     {
         const auto [x, y, w, h, xSource, ySource] = blit;
-        const std::vector<int> before = m_pixels;
         for (int row = 0; row < std::min<int>(h, m_size.cy); ++row)
             for (int column = 0; column < std::min<int>(w, m_size.cx); ++column)
                 if (IsInside(x + column, y + row) && IsInside(xSource + column, ySource + row))

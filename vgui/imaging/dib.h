@@ -80,6 +80,7 @@ public:
     // Null when there is none: the palette for an image without colour table.
     CBitmap* GetBitmap() const { return m_pBitmap; }
     CPalette* GetPalette() const { return m_pPalette; }
+    // Whether there is no image: no block, or one that holds no DIB. There may be a bitmap nevertheless.
     int IsEmpty() const;
 
     // A BI_ constant.
@@ -159,10 +160,11 @@ public:
     // The four plain displays: copy w x h pixels from (xSrc, ySrc) to (x, y), stretch a part of the image
     // into a rectangle, copy the whole image to (x, y). They use pDC's stretch mode and answer what GDI does.
     // An image that IsRequireDither is drawn by DitherDisplay.
-    int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop);
-    int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop);
-    int Display(CDC* pDC, int x, int y, DWORD rop);
-    int Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop);
+    int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop) const;
+    int Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc,
+                DWORD rop) const;
+    int Display(CDC* pDC, int x, int y, DWORD rop) const;
+    int Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop) const;
 
     // Reveals the image at (x, y) with a transition effect. Returns when it is over; no messages are handled
     // meanwhile. step: pixels per frame, below 1 counts as 1; delay: milliseconds after each frame. FALSE,
@@ -189,18 +191,18 @@ public:
     // Stretch GetBitmap() into a window's client area or a rectangle; false without one. The source begins at
     // the rectangle's top left corner, too: a rectangle that is not at the origin shows less. This is
     // intended.
-    bool Display(CWnd* pWnd);
-    bool Display(CDC* pDC, const CRect& rc);
+    bool Display(CWnd* pWnd) const;
+    bool Display(CDC* pDC, const CRect& rc) const;
     // Draws the image, leaving out the pixels of the key colour.
-    int DisplayTransparent(CDC* pDC, int x, int y, COLORREF key);
+    int DisplayTransparent(CDC* pDC, int x, int y, COLORREF key) const;
     // Draws the palette's entries, outlined with pDC's pen, as a grid of as many columns as rows; entries
     // beyond a square number stand in further rows below the rectangle. FALSE without a palette.
-    int DisplayPalette(CDC* pDC, CRect rc);
+    int DisplayPalette(CDC* pDC, CRect rc) const;
     // Whether the image has 24 bits and the device at most 8.
-    int IsRequireDither(CDC* pDC);
+    int IsRequireDither(CDC* pDC) const;
     // Stretches a part of the image into a rectangle through a dithered 8-bit copy. rop is ignored on
     // purpose: the picture is copied. FALSE also when memory is short.
-    int DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop);
+    int DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop) const;
 
     // A memory DC, compatible with pDC or, for null, the screen, to draw into GetBitmap(); it stays the
     // object's, and is the same one until EndPaint. EndPaint takes the drawing over into the image and ends
@@ -331,6 +333,6 @@ private:
     CPalette* m_pPalette;     // owned
     CBitmap* m_pBitmap;       // owned
     CDC* m_pMemDC;            // owned, between BeginPaint and EndPaint
-    CGdiObject* m_pBitmapOld; // what BeginPaint displaced in m_pMemDC
+    CGdiObject* m_pBitmapOld; // what BeginPaint displaced in m_pMemDC; temporary objects
     CPalette* m_pPaletteOld;
 };

@@ -1,36 +1,14 @@
 // Packed DIBs and GDI: DIB sections, palettes, the change of depth, and DIBs made from bitmaps.
 #include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/dib_draw.h"
+#include "vgui/imaging/log_palette.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace
 {
-
-constexpr WORD kLogPaletteVersion = 0x300;
-
-// Header and colour table in the form that GDI asks for, with room for every table.
-struct DibInfo {
-    BITMAPINFOHEADER header;
-    RGBQUAD colors[kMaxDibColors];
-
-    BITMAPINFO* Info() { return reinterpret_cast<BITMAPINFO*>(this); }
-};
-static_assert(offsetof(DibInfo, colors) == offsetof(BITMAPINFO, bmiColors));
-
-DibInfo InfoOf(const VDibView& dib)
-{
-    DibInfo info = {dib.Header(), {}};
-    // Above 8 bits the count only tells where the pixels begin; GDI has no use for it.
-    if (info.header.biBitCount > kMaxIndexedBits)
-        info.header.biClrUsed = 0;
-    info.header.biClrUsed = std::min(info.header.biClrUsed, kMaxDibColors);
-    for (DWORD i = 0; i < kMaxDibColors; ++i)
-        info.colors[i] = dib.Color(i);
-    return info;
-}
 
 enum class Flags { Drop, Keep };
 
@@ -72,30 +50,8 @@ WORD DepthBucket(const BITMAP& bitmap)
     return bits <= 1 ? 1 : bits <= 4 ? 4 : bits <= 8 ? 8 : 24;
 }
 
-// Selects and realises a palette; puts the old one back at the end of the block.
-class PaletteScope
-{
-public:
-    PaletteScope(HDC hDC, HPALETTE hPalette)
-        : m_hDC(hDC), m_hOldPalette(::SelectPalette(hDC, hPalette, FALSE))
-    {
-        ::RealizePalette(hDC);
-    }
-    PaletteScope(const PaletteScope&) = delete;
-    PaletteScope& operator=(const PaletteScope&) = delete;
-    ~PaletteScope()
-    {
-        ::SelectPalette(m_hDC, m_hOldPalette, TRUE);
-        ::RealizePalette(m_hDC);
-    }
-
-private:
-    HDC m_hDC;
-    HPALETTE m_hOldPalette;
-};
-
 // Fills a new block with a bitmap's pixels in the form that the header says.
-VOwnedGlobal FetchPixels(HDC hDC, HBITMAP hBitmap, DibInfo& info)
+VOwnedGlobal FetchPixels(HDC hDC, HBITMAP hBitmap, VDibInfo& info)
 {
     VOwnedGlobal block = NewDib(info.header);
     const VLockedDib dib(block.Get());
@@ -112,6 +68,18 @@ VOwnedGlobal FetchPixels(HDC hDC, HBITMAP hBitmap, DibInfo& info)
 
 } // namespace
 
+VDibInfo DibInfoOf(const VDibView& dib)
+{
+    VDibInfo info = {dib.Header(), {}};
+    // Above 8 bits the count only tells where the pixels begin; GDI has no use for it.
+    if (info.header.biBitCount > kMaxIndexedBits)
+        info.header.biClrUsed = 0;
+    info.header.biClrUsed = std::min(info.header.biClrUsed, kMaxDibColors);
+    for (DWORD i = 0; i < kMaxDibColors; ++i)
+        info.colors[i] = dib.Color(i);
+    return info;
+}
+
 // ---- VDibSection
 
 VDibSection::VDibSection(const VDibView& dib) : VDibSection(dib, dib.Width(), dib.Height())
@@ -124,7 +92,7 @@ VDibSection::VDibSection(const VDibView& dib, LONG width, LONG height)
 {
     if (!dib.HasRows())
         return;
-    DibInfo info = InfoOf(dib);
+    VDibInfo info = DibInfoOf(dib);
     info.header.biWidth = width;
     info.header.biHeight = height;
     info.header.biSizeImage = 0;
@@ -163,15 +131,12 @@ VOwnedPalette DibPalette(const VDibView& dib)
     const auto count = static_cast<WORD>(DIBNumColors(dib.Block()));
     if (count == 0)
         return {};
-    std::vector<BYTE> memory(offsetof(LOGPALETTE, palPalEntry) + count * sizeof(PALETTEENTRY));
-    auto* const palette = reinterpret_cast<LOGPALETTE*>(memory.data());
-    palette->palVersion = kLogPaletteVersion;
-    palette->palNumEntries = count;
+    VLogPalette palette(count);
     for (WORD i = 0; i < count; ++i) {
         const RGBQUAD color = dib.Color(i);
-        palette->palPalEntry[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
+        palette.Entries()[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
     }
-    return VOwnedPalette(::CreatePalette(palette));
+    return palette.Create();
 }
 
 VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette)
@@ -204,7 +169,7 @@ VOwnedGlobal DibFromSection(HBITMAP hBitmap)
     DIBSECTION section = {};
     if (::GetObject(hBitmap, sizeof section, &section) != sizeof section)
         return {};
-    DibInfo info = {section.dsBmih, {}};
+    VDibInfo info = {section.dsBmih, {}};
     info.header.biSize = sizeof info.header;
     info.header.biHeight = std::abs(section.dsBmih.biHeight);
     // A block has no room for masks; GDI brings the pixels into the standard form.
@@ -224,7 +189,12 @@ VOwnedGlobal DibFromBitmap(HBITMAP hBitmap, HPALETTE hPalette)
     if (hPalette == nullptr)
         hPalette = static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE));
     const VOwnedScreenDC screen(::GetDC(nullptr));
-    const PaletteScope palette(screen.Get(), hPalette);
-    DibInfo info = {DIBHeader(bitmap.bmWidth, bitmap.bmHeight, DepthBucket(bitmap)), {}};
-    return FetchPixels(screen.Get(), hBitmap, info);
+    VDibInfo info = {DIBHeader(bitmap.bmWidth, bitmap.bmHeight, DepthBucket(bitmap)), {}};
+    VOwnedGlobal block;
+    {
+        const VPaletteScope palette(screen.Get(), hPalette, FALSE);
+        block = FetchPixels(screen.Get(), hBitmap, info);
+    }
+    ::RealizePalette(screen.Get());
+    return block;
 }

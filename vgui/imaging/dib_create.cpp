@@ -2,6 +2,7 @@
 #include "vgui/imaging/dib.h"
 
 #include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/log_palette.h"
 
 #include <cstring>
 #include <utility>
@@ -57,17 +58,12 @@ void SystemColors(DWORD count, PALETTEENTRY* entries)
 // The system palette as a logical one; empty on a screen without palette.
 VOwnedPalette SystemPalette()
 {
-    struct {
-        WORD version = 0x300;
-        WORD count = 0;
-        PALETTEENTRY entries[kMaxDibColors] = {};
-    } palette;
-    static_assert(offsetof(decltype(palette), entries) == offsetof(LOGPALETTE, palPalEntry));
-    palette.count = static_cast<WORD>(ScreenDepth().PaletteEntries());
-    if (palette.count == 0)
+    const DWORD count = ScreenDepth().PaletteEntries();
+    if (count == 0)
         return {};
-    SystemColors(palette.count, palette.entries);
-    return VOwnedPalette(::CreatePalette(reinterpret_cast<const LOGPALETTE*>(&palette)));
+    VLogPalette palette(count);
+    SystemColors(count, palette.Entries());
+    return palette.Create();
 }
 
 VOwnedGlobal CaptureScreen(const CRect& wanted)

@@ -7,11 +7,14 @@
 
 #include <cmath>
 #include <cstddef>
+#include <new>
 #include <utility>
 
 namespace
 {
 
+// What SaveDC answers for a new DC.
+constexpr int kFirstSavedState = 1;
 constexpr int kMaxDitheredDepth = 8; // bits per pixel of the device
 
 CSize SizeOf(HBITMAP hBitmap)
@@ -34,7 +37,7 @@ int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rc
     const VBitmapDC source(dc, BitmapHandle(pBitmap));
     if (!source)
         return FALSE;
-    const VPaletteScope palette(dc, pPalette);
+    const VPaletteScope palette(dc.m_hDC, PaletteHandle(pPalette));
     return ::StretchBlt(dc.m_hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), source.Get(),
                         rcSrc.left, rcSrc.top, rcSrc.Width(), rcSrc.Height(), rop);
 }
@@ -43,10 +46,10 @@ int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rc
 int StretchDib(HDC hDC, const VDibView& dib, const CRect& rcDest, const CRect& rcSrc)
 {
     const VStretchModeScope mode(hDC, COLORONCOLOR);
-    const int lines =
-        ::StretchDIBits(hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), rcSrc.left,
-                        dib.Height() - rcSrc.bottom, rcSrc.Width(), rcSrc.Height(), dib.Bits(),
-                        reinterpret_cast<const BITMAPINFO*>(dib.Block()), DIB_RGB_COLORS, SRCCOPY);
+    VDibInfo info = DibInfoOf(dib);
+    const int lines = ::StretchDIBits(hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(),
+                                      rcSrc.left, dib.Height() - rcSrc.bottom, rcSrc.Width(), rcSrc.Height(),
+                                      dib.Bits(), info.Info(), DIB_RGB_COLORS, SRCCOPY);
     return lines != 0 && lines != static_cast<int>(GDI_ERROR);
 }
 
@@ -54,7 +57,7 @@ int StretchDib(HDC hDC, const VDibView& dib, const CRect& rcDest, const CRect& r
 
 // ---- Plain
 
-int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop)
+int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWORD rop) const
 {
     if (!IsUsable(pDC))
         return FALSE;
@@ -64,21 +67,22 @@ int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWOR
     const VBitmapDC source(*pDC, BitmapHandle(m_pBitmap));
     if (!source)
         return FALSE;
-    const VPaletteScope palette(*pDC, m_pPalette);
+    const VPaletteScope palette(pDC->m_hDC, PaletteHandle(m_pPalette));
     return ::BitBlt(pDC->m_hDC, x, y, w, h, source.Get(), xSrc, ySrc, rop);
 }
 
-int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc, DWORD rop)
+int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc,
+                  DWORD rop) const
 {
     return Display(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(wSrc, hSrc)), rop);
 }
 
-int CDib::Display(CDC* pDC, int x, int y, DWORD rop)
+int CDib::Display(CDC* pDC, int x, int y, DWORD rop) const
 {
     return Display(pDC, x, y, GetWidth(), GetHeight(), 0, 0, rop);
 }
 
-int CDib::Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop)
+int CDib::Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop) const
 {
     if (!IsUsable(pDC))
         return FALSE;
@@ -87,7 +91,7 @@ int CDib::Display(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop)
     return StretchBitmap(*pDC, m_pBitmap, m_pPalette, rcDest, rcSrc, rop);
 }
 
-bool CDib::Display(CWnd* pWnd)
+bool CDib::Display(CWnd* pWnd) const
 {
     if (pWnd == nullptr || pWnd->m_hWnd == nullptr)
         return false;
@@ -97,7 +101,7 @@ bool CDib::Display(CWnd* pWnd)
     return Display(&dc, client);
 }
 
-bool CDib::Display(CDC* pDC, const CRect& rc)
+bool CDib::Display(CDC* pDC, const CRect& rc) const
 {
     const HBITMAP hBitmap = BitmapHandle(m_pBitmap);
     if (!IsUsable(pDC) || hBitmap == nullptr)
@@ -112,33 +116,31 @@ bool CDib::Display(CDC* pDC, const CRect& rc)
 
 // ---- Dithered
 
-int CDib::IsRequireDither(CDC* pDC)
+int CDib::IsRequireDither(CDC* pDC) const
 {
     return IsUsable(pDC) && GetBitCount() == 24 && pDC->GetDeviceCaps(BITSPIXEL) <= kMaxDitheredDepth;
 }
 
-int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD)
+int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD) const
 {
     if (!IsUsable(pDC))
         return FALSE;
-    const VOwnedGlobal copy = DitherDib(m_hDib);
-    const VLockedDib dib(copy.Get());
-    if (!dib)
+    try {
+        const VOwnedGlobal copy = DitherDib(m_hDib);
+        const VLockedDib dib(copy.Get());
+        const VOwnedPalette palette = dib ? DibPalette(dib) : VOwnedPalette();
+        if (!palette)
+            return FALSE;
+        const VPaletteScope realized(pDC->m_hDC, palette.Get(), TRUE, FALSE);
+        return StretchDib(pDC->m_hDC, dib, rcDest, rcSrc);
+    } catch (const std::bad_alloc&) {
         return FALSE;
-    CPalette palette;
-    if (!palette.Attach(DibPalette(dib).Release()))
-        return FALSE;
-    CPalette* const pOldPalette = pDC->SelectPalette(&palette, TRUE);
-    pDC->RealizePalette();
-    const int drawn = StretchDib(pDC->m_hDC, dib, rcDest, rcSrc);
-    if (pOldPalette != nullptr)
-        pDC->SelectPalette(pOldPalette, FALSE);
-    return drawn;
+    }
 }
 
 // ---- Transparent
 
-int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key)
+int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key) const
 {
     if (!IsUsable(pDC) || m_hBitmap == nullptr)
         return FALSE;
@@ -160,7 +162,7 @@ int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key)
     const auto copy = [size](HDC target, HDC from, DWORD rop) {
         ::BitBlt(target, 0, 0, size.cx, size.cy, from, 0, 0, rop);
     };
-    const VPaletteScope palette(*pDC, m_pPalette);
+    const VPaletteScope palette(pDC->m_hDC, PaletteHandle(m_pPalette));
     // The key is looked for in plain colours: GDI would take the nearest one of a colour table, and compare
     // the unused byte of a 32-bit pixel. The masks are combined with a copy in the display's own format: in
     // the image itself, indices would be combined.
@@ -181,7 +183,7 @@ int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key)
 
 // ---- The palette's swatches
 
-int CDib::DisplayPalette(CDC* pDC, CRect rc)
+int CDib::DisplayPalette(CDC* pDC, CRect rc) const
 {
     if (!IsUsable(pDC) || m_pPalette == nullptr)
         return FALSE;
@@ -191,8 +193,7 @@ int CDib::DisplayPalette(CDC* pDC, CRect rc)
     if (columns == 0)
         return FALSE;
     const CSize cell(rc.Width() / columns, rc.Height() / columns);
-    CPalette* const pOldPalette = pDC->SelectPalette(m_pPalette, FALSE);
-    pDC->RealizePalette();
+    const VPaletteScope palette(pDC->m_hDC, PaletteHandle(m_pPalette), FALSE, FALSE);
     for (int i = 0; i < count; ++i) {
         const VOwnedBrush brush(
             ::CreateSolidBrush(RGB(entries[i].peRed, entries[i].peGreen, entries[i].peBlue)));
@@ -201,8 +202,6 @@ int CDib::DisplayPalette(CDC* pDC, CRect rc)
         const CPoint corner(rc.left + i % columns * cell.cx, rc.top + i / columns * cell.cy);
         pDC->Rectangle(CRect(corner, cell));
     }
-    if (pOldPalette != nullptr)
-        pDC->SelectPalette(pOldPalette, FALSE);
     return TRUE;
 }
 
@@ -218,6 +217,8 @@ CDC* CDib::BeginPaint(CDC* pDC)
         return nullptr;
     }
     m_pMemDC = dc;
+    // EndPaint goes back to this: the displaced objects may be temporary ones, which do not last until then.
+    dc->SaveDC();
     if (m_pPalette != nullptr) {
         m_pPaletteOld = dc->SelectPalette(m_pPalette, TRUE);
         dc->RealizePalette();
@@ -230,10 +231,9 @@ void CDib::EndPaint()
 {
     if (m_pMemDC == nullptr)
         return;
-    if (m_pBitmapOld != nullptr)
-        m_pMemDC->SelectObject(std::exchange(m_pBitmapOld, nullptr));
-    if (m_pPaletteOld != nullptr)
-        m_pMemDC->SelectPalette(std::exchange(m_pPaletteOld, nullptr), TRUE);
+    m_pMemDC->RestoreDC(kFirstSavedState);
+    m_pBitmapOld = nullptr;
+    m_pPaletteOld = nullptr;
     delete std::exchange(m_pMemDC, nullptr);
     ::GdiFlush();
     Create(m_hBitmap);

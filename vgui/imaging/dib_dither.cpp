@@ -1,6 +1,7 @@
 #include "vgui/imaging/dib_dither.h"
 
 #include "vgui/imaging/dib_block.h"
+#include "vgui/imaging/log_palette.h"
 
 #include <algorithm>
 #include <array>
@@ -88,57 +89,25 @@ void DitherRows(const VDibView& source, const VDibView& target)
     }
 }
 
-struct LogPalette {
-    WORD version = 0x300;
-    WORD count = kMaxDibColors;
-    PALETTEENTRY entries[kMaxDibColors] = {};
-};
-static_assert(offsetof(LogPalette, entries) == offsetof(LOGPALETTE, palPalEntry));
-
-void SetDitherColors(LogPalette& palette)
+// The system palette on a palette screen, else the dither colours.
+VLogPalette DisplayPalette()
 {
+    const VOwnedScreenDC screen(::GetDC(nullptr));
+    if (std::optional<VLogPalette> system = SystemIdentityPalette(screen.Get(), nullptr))
+        return *std::move(system);
+    VLogPalette palette(kMaxDibColors);
     for (DWORD i = 0; i < kMaxDibColors; ++i) {
         const RGBQUAD color = DitherColor(i);
-        palette.entries[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
+        palette.Entries()[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
     }
-}
-
-// Makes it an identity palette, which needs no translation of indices: the system palette itself.
-void TakeSystemPalette(HDC screen, LogPalette& palette)
-{
-    ::SetSystemPaletteUse(screen, SYSPAL_NOSTATIC);
-    ::SetSystemPaletteUse(screen, SYSPAL_STATIC);
-    const int size = ::GetDeviceCaps(screen, SIZEPALETTE);
-    ::GetSystemPaletteEntries(screen, 0, static_cast<UINT>(size), palette.entries);
-    // The system's own colours stand at both ends. Drivers that do not know their number of colours know
-    // that of the reserved ones.
-    int reserved = ::GetDeviceCaps(screen, NUMCOLORS);
-    if (reserved <= 0 || reserved > size)
-        reserved = ::GetDeviceCaps(screen, NUMRESERVED);
-    for (int i = 0; i < size; ++i) {
-        const bool isReserved = i < reserved / 2 || i >= size - reserved / 2;
-        palette.entries[i].peFlags = isReserved ? 0 : PC_NOCOLLAPSE;
-    }
-    palette.count = static_cast<WORD>(size);
-}
-
-LogPalette DisplayPalette()
-{
-    LogPalette palette;
-    SetDitherColors(palette);
-    const VOwnedScreenDC screen(::GetDC(nullptr));
-    const int size = ::GetDeviceCaps(screen.Get(), SIZEPALETTE);
-    if ((::GetDeviceCaps(screen.Get(), RASTERCAPS) & RC_PALETTE) != 0 && size > 0 &&
-        size <= static_cast<int>(kMaxDibColors))
-        TakeSystemPalette(screen.Get(), palette);
     return palette;
 }
 
 // Replaces the dither colours by those that the display can show.
 bool MatchColors(const VDibView& dib)
 {
-    const LogPalette entries = DisplayPalette();
-    const VOwnedPalette palette(::CreatePalette(reinterpret_cast<const LOGPALETTE*>(&entries)));
+    VLogPalette colors = DisplayPalette();
+    const VOwnedPalette palette = colors.Create();
     if (!palette)
         return false;
     BYTE nearest[kMaxDibColors];
@@ -149,8 +118,8 @@ bool MatchColors(const VDibView& dib)
     }
     BYTE* const bits = dib.Bits();
     std::transform(bits, bits + dib.ImageBytes(), bits, [&nearest](BYTE index) { return nearest[index]; });
-    for (DWORD i = 0; i < kMaxDibColors; ++i) {
-        const PALETTEENTRY& entry = entries.entries[i];
+    for (DWORD i = 0; i < colors.Count(); ++i) {
+        const PALETTEENTRY& entry = colors.Entries()[i];
         dib.SetColor(i, {entry.peBlue, entry.peGreen, entry.peRed, 0});
     }
     return true;

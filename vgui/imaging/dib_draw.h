@@ -19,28 +19,37 @@ inline HBITMAP BitmapHandle(const CBitmap* pBitmap)
     return pBitmap != nullptr ? static_cast<HBITMAP>(pBitmap->m_hObject) : nullptr;
 }
 
-// Selects a palette as a background palette and realises it; puts the old one back, again as background, at
-// the end of the block. With a null palette nothing happens. Both outlive the scope.
+// Null for null.
+inline HPALETTE PaletteHandle(const CPalette* pPalette)
+{
+    return pPalette != nullptr ? static_cast<HPALETTE>(pPalette->m_hObject) : nullptr;
+}
+
+// Selects a palette, forced to the background or not, and realises it; puts the old one back, forced to the
+// background or not, at the end of the block. With a null palette nothing happens. DC and palette outlive the
+// scope.
 class VPaletteScope
 {
 public:
-    VPaletteScope(CDC& dc, CPalette* pPalette)
-        : m_dc(dc), m_pOldPalette(pPalette != nullptr ? dc.SelectPalette(pPalette, TRUE) : nullptr)
+    VPaletteScope(HDC hDC, HPALETTE hPalette, BOOL background = TRUE, BOOL backgroundAfter = TRUE)
+        : m_hDC(hDC), m_backgroundAfter(backgroundAfter),
+          m_hOldPalette(hPalette != nullptr ? ::SelectPalette(hDC, hPalette, background) : nullptr)
     {
-        if (m_pOldPalette != nullptr)
-            dc.RealizePalette();
+        if (m_hOldPalette != nullptr)
+            ::RealizePalette(hDC);
     }
     VPaletteScope(const VPaletteScope&) = delete;
     VPaletteScope& operator=(const VPaletteScope&) = delete;
     ~VPaletteScope()
     {
-        if (m_pOldPalette != nullptr)
-            m_dc.SelectPalette(m_pOldPalette, TRUE);
+        if (m_hOldPalette != nullptr)
+            ::SelectPalette(m_hDC, m_hOldPalette, m_backgroundAfter);
     }
 
 private:
-    CDC& m_dc;
-    CPalette* m_pOldPalette;
+    HDC m_hDC;
+    BOOL m_backgroundAfter;
+    HPALETTE m_hOldPalette;
 };
 
 // A memory DC with a bitmap in it. Empty when the bitmap is null or in use in another DC.

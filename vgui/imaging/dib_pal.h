@@ -92,8 +92,9 @@ public:
     // Takes red, green and blue of n colours. FALSE for null, for n below 1 and for more than a palette
     // holds.
     int Create(RGBQUAD* colors, int n);
-    // Takes the colour table behind a 40-byte header: biClrUsed entries, or as many as the depth has. FALSE
-    // for null, for another header, and without a colour table.
+    // Takes the colour table behind a 40-byte header: biClrUsed entries, at 1 to 8 bits at most as many as
+    // the depth has, and so many for a biClrUsed of 0. FALSE for null, for another header, and without a
+    // colour table.
     int Create(BITMAPINFO* info);
     // Takes the image's colour table. FALSE for null and without one.
     int Create(CDIB* dib);

@@ -1,10 +1,11 @@
 // Palette files: the RIFF form "PAL " with the logical palette as its data.
 #include "vgui/imaging/dib_pal.h"
 
+#include "vgui/imaging/log_palette.h"
+
 #include <afxdlgs.h>
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 
 namespace
@@ -13,7 +14,6 @@ namespace
 constexpr FOURCC kRiffId = FOURCC_RIFF;
 constexpr FOURCC kPaletteForm = mmioFOURCC('P', 'A', 'L', ' ');
 constexpr FOURCC kDataId = mmioFOURCC('d', 'a', 't', 'a');
-constexpr WORD kPaletteVersion = 0x300;
 constexpr LPCWSTR kFileFilter = L"Palette files (*.PAL)|*.PAL|All files (*.*)|*.*||";
 // Version and count, in front of the entries.
 constexpr LONG kPaletteHeaderBytes = 4;
@@ -42,9 +42,9 @@ std::optional<MMCKINFO> FindChunk(HMMIO hmmio, LONG begin, LONG end, FOURCC id, 
     return std::nullopt;
 }
 
-// The logical palette in an open file from its position on; empty when there is none. The memory is only as
-// long as the entries that the file holds.
-std::vector<BYTE> ReadPalette(HMMIO hmmio)
+// The logical palette in an open file from its position on; empty when there is none. Memory is only taken
+// for entries that the file holds.
+VOwnedPalette ReadPalette(HMMIO hmmio)
 {
     const LONG start = ::mmioSeek(hmmio, 0, SEEK_CUR);
     const LONG length = ::mmioSeek(hmmio, 0, SEEK_END);
@@ -66,16 +66,14 @@ std::vector<BYTE> ReadPalette(HMMIO hmmio)
         ::mmioRead(hmmio, reinterpret_cast<char*>(header), sizeof header) != kPaletteHeaderBytes)
         return {};
     const LONG bytes = PaletteBytes(header[1]);
-    if (header[0] != kPaletteVersion || header[1] == 0 || data->cksize < static_cast<DWORD>(bytes))
+    if (header[0] != kLogPaletteVersion || header[1] == 0 || data->cksize < static_cast<DWORD>(bytes))
         return {};
 
-    std::vector<BYTE> palette(static_cast<size_t>(bytes));
-    std::memcpy(palette.data(), header, sizeof header);
+    VLogPalette palette(header[1]);
     const LONG entryBytes = bytes - kPaletteHeaderBytes;
-    char* const entries = reinterpret_cast<char*>(palette.data()) + kPaletteHeaderBytes;
-    if (::mmioRead(hmmio, entries, entryBytes) != entryBytes)
+    if (::mmioRead(hmmio, reinterpret_cast<char*>(palette.Entries()), entryBytes) != entryBytes)
         return {};
-    return palette;
+    return palette.Create();
 }
 
 // A multimedia file on a handle of the operating system. Null when it cannot be had.
@@ -119,12 +117,7 @@ int Fail(LPCWSTR message)
 
 int CDIBPal::Load(HMMIO hmmio)
 {
-    if (hmmio == nullptr)
-        return FALSE;
-    const std::vector<BYTE> palette = ReadPalette(hmmio);
-    if (palette.empty())
-        return FALSE;
-    return Replace(::CreatePalette(reinterpret_cast<const LOGPALETTE*>(palette.data())));
+    return hmmio != nullptr && Replace(ReadPalette(hmmio).Release());
 }
 
 int CDIBPal::Save(HMMIO hmmio)
@@ -132,11 +125,8 @@ int CDIBPal::Save(HMMIO hmmio)
     const int n = GetNumColors();
     if (hmmio == nullptr || n == 0)
         return FALSE;
-    std::vector<BYTE> memory(static_cast<size_t>(PaletteBytes(n)));
-    auto* const palette = reinterpret_cast<LOGPALETTE*>(memory.data());
-    palette->palVersion = kPaletteVersion;
-    palette->palNumEntries = static_cast<WORD>(n);
-    GetPaletteEntries(0, static_cast<UINT>(n), palette->palPalEntry);
+    VLogPalette palette(static_cast<size_t>(n));
+    GetPaletteEntries(0, static_cast<UINT>(n), palette.Entries());
 
     MMCKINFO riff{};
     riff.fccType = kPaletteForm;
@@ -144,11 +134,11 @@ int CDIBPal::Save(HMMIO hmmio)
         return FALSE;
     MMCKINFO data{};
     data.ckid = kDataId;
-    data.cksize = static_cast<DWORD>(memory.size());
+    data.cksize = static_cast<DWORD>(palette.Bytes());
     if (::mmioCreateChunk(hmmio, &data, 0) != MMSYSERR_NOERROR)
         return FALSE;
-    const auto bytes = static_cast<LONG>(memory.size());
-    return ::mmioWrite(hmmio, reinterpret_cast<const char*>(memory.data()), bytes) == bytes &&
+    const auto bytes = static_cast<LONG>(palette.Bytes());
+    return ::mmioWrite(hmmio, reinterpret_cast<const char*>(palette.Get()), bytes) == bytes &&
            ::mmioAscend(hmmio, &data, 0) == MMSYSERR_NOERROR &&
            ::mmioAscend(hmmio, &riff, 0) == MMSYSERR_NOERROR;
 }
@@ -189,10 +179,15 @@ int CDIBPal::Load(LPCSTR fileName)
     const CString name = NameOrChoice(fileName, TRUE, OFN_FILEMUSTEXIST | OFN_HIDEREADONLY);
     if (name.IsEmpty())
         return FALSE;
-    CFile file;
-    if (!file.Open(name, CFile::modeRead | CFile::shareDenyWrite))
-        return Fail(L"Failed to open file");
-    return Load(&file) || Fail(L"Failed to load file");
+    int loaded = FALSE;
+    // The file is closed before the user is told.
+    {
+        CFile file;
+        if (!file.Open(name, CFile::modeRead | CFile::shareDenyWrite))
+            return Fail(L"Failed to open file");
+        loaded = Load(&file);
+    }
+    return loaded || Fail(L"Failed to load file");
 }
 
 int CDIBPal::Save(LPCSTR fileName)
@@ -203,8 +198,12 @@ int CDIBPal::Save(LPCSTR fileName)
     // Before the file of that name is emptied.
     if (GetNumColors() == 0)
         return Fail(L"Failed to save file");
-    CFile file;
-    if (!file.Open(name, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive))
-        return Fail(L"Failed to open file");
-    return Save(&file) || Fail(L"Failed to save file");
+    int saved = FALSE;
+    {
+        CFile file;
+        if (!file.Open(name, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive))
+            return Fail(L"Failed to open file");
+        saved = Save(&file);
+    }
+    return saved || Fail(L"Failed to save file");
 }

@@ -28,7 +28,8 @@ class Copier
 {
 public:
     Copier(CDC& dc, CPoint at, CBitmap* pBitmap, CPalette* pPalette, DWORD rop)
-        : m_dc(dc), m_at(at), m_source(dc, BitmapHandle(pBitmap)), m_palette(dc, pPalette), m_rop(rop)
+        : m_dc(dc), m_at(at), m_source(dc, BitmapHandle(pBitmap)),
+          m_palette(dc.m_hDC, PaletteHandle(pPalette)), m_rop(rop)
     {
     }
     explicit operator bool() const { return static_cast<bool>(m_source); }
@@ -98,6 +99,7 @@ bool HasFrames(int effect)
 
 int CDib::Display(int effect, CDC* pDC, int x, int y, int step, DWORD delay, DWORD rop)
 {
+    const VFineTimerScope timer;
     if (effect == kMosaicEffect)
         return DisplayMosaicIn(pDC, x, y, step, delay, rop);
     if (effect == kFadeEffect)
@@ -112,6 +114,7 @@ int CDib::Display(int effect, CDC* pDC, int x, int y, int step, DWORD delay, DWO
 
 int CDib::Clear(int effect, CDC* pDC, int x, int y, int step, DWORD delay)
 {
+    const VFineTimerScope timer;
     if (effect == kMosaicEffect)
         return DisplayMosaicOut(pDC, x, y, step, delay);
     if (effect == kFadeEffect)

@@ -1,6 +1,7 @@
 #include "vgui/imaging/gl.h"
 
-#include <array>
+#include "vgui/imaging/log_palette.h"
+
 #include <GL/gl.h>
 #include <iterator>
 #include <utility>
@@ -10,20 +11,11 @@ namespace
 
 constexpr BYTE kWindowColorBits = 24;
 constexpr BYTE kDepthBits = 32;
-constexpr WORD kPaletteVersion = 0x300;
+constexpr size_t kPaletteEntries = 256;
 constexpr int kPaletteFormatBits = 8;
 // There is one error flag per part of a distributed OpenGL. The bound also ends the loop where there is no
 // context, which some systems answer with an error each time.
 constexpr int kMaxErrorFlags = 8;
-
-// A LOGPALETTE with room for all its entries.
-struct FullPalette {
-    WORD version = kPaletteVersion;
-    WORD count = 256;
-    std::array<PALETTEENTRY, 256> entries{};
-
-    LOGPALETTE* Log() { return reinterpret_cast<LOGPALETTE*>(this); }
-};
 
 BYTE BitsOfSelectedBitmap(CDC& dc)
 {
@@ -122,14 +114,14 @@ BOOL CGL::CreatePalette()
     if (!needed)
         return FALSE;
 
-    FullPalette palette;
+    VLogPalette palette(kPaletteEntries);
     if (colorIndex)
-        OnCreatePaletteCI(palette.Log());
-    else if (!FillRgbPalette(pfd, palette.entries.data()))
+        OnCreatePaletteCI(palette.Get());
+    else if (!FillRgbPalette(pfd, palette.Entries()))
         return FALSE;
 
     delete std::exchange(m_pPal, new CPalette);
-    m_pPal->CreatePalette(palette.Log());
+    m_pPal->CreatePalette(palette.Get());
     if (!m_bUseDC) {
         m_pOldPal = m_pDC->SelectPalette(m_pPal, FALSE);
         m_hOldPal = m_pOldPal != nullptr ? static_cast<HPALETTE>(m_pOldPal->m_hObject) : nullptr;
