@@ -3,6 +3,7 @@
 #include "tests/imaging/dib_samples.h"
 #include "tests/imaging/guarded_library.h"
 #include "tests/support/census.h"
+#include "tests/support/pixels.h"
 
 #include <algorithm>
 #include <cstring>
@@ -127,13 +128,19 @@ void Use(CDib& dib, GuardedLibrary& library, bool isThorough)
     const CPoint last(dib.GetWidth() - 1, dib.GetHeight() - 1);
     for (const CPoint corner : {CPoint(0, 0), CPoint(last.x, 0), CPoint(0, last.y), last})
         dib.GetPixel(corner.x, corner.y);
+    // Takes as much memory as the block itself tells. Its handle is its address here.
+    CDib copy;
+    copy.Create(static_cast<LPBYTE>(dib.GetHandle()));
     CMemFile file;
     dib.Write(&file);
     if (!isThorough)
         return;
+    const support::DibSurface surface(8, 8);
+    dib.DitherDisplay(&surface.DC(), surface.Bounds(), CRect(CPoint(), last + CSize(1, 1)), SRCCOPY);
     if (const HGLOBAL part = dib.CopyRect({-1, 0, 2, 2}))
         library.Free(part);
     dib.CutRect({1, 1, 3, 3});
+    dib.MergeDib(dib.GetHandle(), {1, 1});
     dib.ConvertFormat(8);
 }
 
@@ -176,6 +183,7 @@ void Soak(Mutator& mutator, bool isFile, Read read)
     EXPECT_GT(taken, Rounds() / 20);
     EXPECT_GT(refused, Rounds() / 20);
     EXPECT_EQ(library.Count(), 0);
+    EXPECT_EQ(library.FreedWhileLocked(), 0);
 }
 
 class DibSoakTest : public support::CensusTest

@@ -17,10 +17,12 @@ constexpr size_t kPageBytes = 4096;
 struct GuardedBlock {
     BYTE* pages;
     size_t length;
+    int locks = 0;
 };
 // By the handle, which is the address.
 std::map<void*, GuardedBlock> g_blocks;
 size_t g_longest = 0;
+int g_freedWhileLocked = 0;
 
 HGLOBAL WINAPI GuardedAlloc(UINT, SIZE_T length)
 {
@@ -44,6 +46,8 @@ HGLOBAL WINAPI GuardedFree(HGLOBAL block)
     const auto found = g_blocks.find(block);
     if (found == g_blocks.end())
         return ::GlobalFree(block);
+    if (found->second.locks > 0)
+        ++g_freedWhileLocked;
     ::VirtualFree(found->second.pages, 0, MEM_RELEASE);
     g_blocks.erase(found);
     return nullptr;
@@ -51,12 +55,17 @@ HGLOBAL WINAPI GuardedFree(HGLOBAL block)
 
 LPVOID WINAPI GuardedLock(HGLOBAL block)
 {
-    return g_blocks.contains(block) ? block : ::GlobalLock(block);
+    const auto found = g_blocks.find(block);
+    if (found == g_blocks.end())
+        return ::GlobalLock(block);
+    ++found->second.locks;
+    return block;
 }
 
 BOOL WINAPI GuardedUnlock(HGLOBAL block)
 {
-    return g_blocks.contains(block) ? FALSE : ::GlobalUnlock(block);
+    const auto found = g_blocks.find(block);
+    return found != g_blocks.end() ? --found->second.locks > 0 : ::GlobalUnlock(block);
 }
 
 SIZE_T WINAPI GuardedSize(HGLOBAL block)
@@ -148,6 +157,7 @@ GuardedLibrary::GuardedLibrary()
             WriteSlot(slot, function);
     }
     g_longest = 0;
+    g_freedWhileLocked = 0;
 }
 
 GuardedLibrary::~GuardedLibrary()
@@ -185,6 +195,11 @@ std::vector<BYTE> GuardedLibrary::BytesOf(HGLOBAL block) const
 int GuardedLibrary::Count() const
 {
     return static_cast<int>(g_blocks.size());
+}
+
+int GuardedLibrary::FreedWhileLocked() const
+{
+    return g_freedWhileLocked;
 }
 
 size_t GuardedLibrary::TakeLongest()

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::vector<BYTE> BytesOf(HGLOBAL block) const;
     // Blocks that exist.
     [[nodiscard]] int Count() const;
+    // Blocks that were freed while they were locked.
+    [[nodiscard]] int FreedWhileLocked() const;
     // The longest block since the last call, in bytes.
     [[nodiscard]] size_t TakeLongest();
 

@@ -24,6 +24,17 @@ VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
     return copy;
 }
 
+// A copy of a block with another one drawn on it.
+VOwnedGlobal Merged(HGLOBAL hDib, HGLOBAL hOther, CPoint at)
+{
+    const VLockedDib other(hOther);
+    if (!other)
+        return {};
+    const VDibSection source(other);
+    const CRect all(0, 0, other.Width(), other.Height());
+    return DrawOnCopy(hDib, [&](const VDibSection& section) { return section.Draw(at, source, all); });
+}
+
 bool PaintWhite(const VDibSection& section, const CRect& rect)
 {
     const VOwnedMemoryDC dc(::CreateCompatibleDC(nullptr));
@@ -70,14 +81,7 @@ int CDib::CutRect(CRect rect)
 int CDib::MergeDib(HGLOBAL hOther, CPoint at)
 {
     const CWaitCursor wait;
-    const VLockedDib other(hOther);
-    if (!other)
-        return FALSE;
-    const VDibSection source(other);
-    const CRect all(0, 0, other.Width(), other.Height());
-    return ReplaceDib(DrawOnCopy(m_hDib, [&](const VDibSection& section) {
-                          return section.Draw(at, source, all);
-                      }).Release());
+    return ReplaceDib(Merged(m_hDib, hOther, at).Release());
 }
 
 int CDib::ConvertFormat(WORD bitCount)
