@@ -55,6 +55,19 @@ public:
     void Write(const void*, UINT) override { AfxThrowFileException(CFileException::diskFull); }
 };
 
+// Notes how much is read at once.
+class MeasuredFile : public CMemFile
+{
+public:
+    UINT Read(void* lpBuf, UINT nCount) override
+    {
+        longest = std::max(longest, nCount);
+        return CMemFile::Read(lpBuf, nCount);
+    }
+
+    UINT longest = 0;
+};
+
 // Notes the cursor that is shown while it is read.
 class CursorFile : public CMemFile
 {
@@ -98,11 +111,14 @@ TEST_F(DibFileTest, FilesOfOtherProgramsAreRead)
         ASSERT_TRUE(loaded.Load(file.name, L"BMPFILE"));
         EXPECT_TRUE(samples::Shows(loaded.GetBitmap(), file.picture));
 
-        // What is written is read by others: GDI+ stands for them.
+        // What is written is read by others: the system stands for them.
         const CString name = TemporaryFile();
         ASSERT_TRUE(m_dib.Save(name));
+        CBitmap read;
+        ASSERT_TRUE(read.Attach(
+            ::LoadImage(nullptr, name, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+        EXPECT_TRUE(samples::Shows(&read, file.picture));
         ASSERT_TRUE(loaded.Load(LPCWSTR{name}));
-        EXPECT_TRUE(samples::Shows(loaded.GetBitmap(), file.picture));
         EXPECT_EQ(samples::WrittenBytes(loaded), samples::WrittenBytes(m_dib));
     }
     ASSERT_TRUE(m_dib.Load(601, L"BMPFILE"));
@@ -244,6 +260,13 @@ TEST_F(DibFileTest, OldHeadersAreNotWritten)
     CMemFile file;
     EXPECT_FALSE(m_dib.Write(&file));
     EXPECT_EQ(file.GetLength(), 0U);
+
+    // A file that is there already stays.
+    const CString name = TemporaryFile();
+    SaveBytes(name, bytes);
+    EXPECT_FALSE(m_dib.Save(name));
+    EXPECT_FALSE(CDib().Save(name));
+    EXPECT_EQ(CFile(name, CFile::modeRead).GetLength(), bytes.size());
 }
 
 TEST_F(DibFileTest, WhatKeepsAFileFromOpeningIsReported)
@@ -303,6 +326,26 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
     archive >> behind;
     EXPECT_EQ(behind, kBehind);
     EXPECT_EQ(RUNTIME_CLASS(CDib)->m_wSchema, 0U);
+}
+
+TEST_F(DibFileTest, ArchivesAreNotReadBeyondTheImage)
+{
+    constexpr int kImages = 4;
+    MeasuredFile file;
+    {
+        CArchive archive(&file, CArchive::store);
+        ASSERT_TRUE(m_dib.Create(DWORD{100}, DWORD{100}, WORD{24}));
+        for (int i = 0; i < kImages; ++i)
+            m_dib.Serialize(archive);
+    }
+    file.SeekToBegin();
+    CArchive archive(&file, CArchive::load);
+    for (int i = 0; i < kImages; ++i) {
+        m_dib.Destroy();
+        m_dib.Serialize(archive);
+        EXPECT_EQ(m_dib.GetWidth(), 100) << i;
+    }
+    EXPECT_LE(file.longest, file.GetLength() / kImages);
 }
 
 namespace

@@ -135,11 +135,12 @@ public:
     int Read(CFile* pFile);
     // Writes the image as a BMP file at the file's position. FALSE for a 12-byte header, with nothing
     // written, and when the file throws.
-    int Write(CFile* pFile);
+    int Write(CFile* pFile) const;
     // Reads a BMP file. What keeps the file from being opened is shown to the user.
     int Load(LPCWSTR fileName);
-    // Writes a BMP file over whatever has that name.
-    int Save(LPCWSTR fileName);
+    // Writes a BMP file over whatever has that name. Where Write would refuse the image, a file of that name
+    // stays as it is.
+    int Save(LPCWSTR fileName) const;
     // Reads a BMP file that is stored as a resource of the module whose resources are current.
     int Load(LPCWSTR resourceName, LPCWSTR resourceType);
     int Load(UINT resourceId, LPCWSTR resourceType);
@@ -320,6 +321,8 @@ private:
     int UpdateInternal();
     // Takes a copy of the packed DIB in length bytes of memory, which are not written to.
     int CreateFromMemory(const BYTE* memory, size_t length);
+    // Reads a BMP file from the file's position to a place in it, or to its end, as Read does.
+    int ReadUpTo(CFile& file, ULONGLONG end);
     // Takes a bitmap loaded by GDI+ (a GpBitmap*, null allowed), disposing of it, into m_pBitmap.
     bool TakeGdiPlusBitmap(void* gdiPlusBitmap);
 

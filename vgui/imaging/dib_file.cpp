@@ -4,6 +4,8 @@
 #include "vgui/imaging/dib_block.h"
 
 #include <afxext.h>
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 namespace
@@ -13,6 +15,7 @@ constexpr WORD kBmpSignature = 0x4D42; // "BM"
 constexpr size_t kFileHeaderBytes = sizeof(BITMAPFILEHEADER);
 constexpr size_t kInfoHeaderBytes = sizeof(BITMAPINFOHEADER);
 static_assert(kFileHeaderBytes == 14);
+constexpr ULONGLONG kFileEnd = ULLONG_MAX;
 
 // The colour-table entries of a file that does not state their number. Hosts rely on the shift by the bit
 // count modulo 32, which gives one entry at 32 bits.
@@ -53,15 +56,20 @@ FileDib ReadFileDib(CFile& file, ULONGLONG fileBytes)
     return isRead && header.biSize == kInfoHeaderBytes ? std::move(dib) : FileDib();
 }
 
-// Reads from the file's position to its end.
-FileDib ReadBmp(CFile& file)
+// Reads from the file's position to a place in it, or to its end if that comes first.
+FileDib ReadBmp(CFile& file, ULONGLONG end)
 {
-    const ULONGLONG start = file.GetPosition();
-    const ULONGLONG end = file.GetLength();
     BITMAPFILEHEADER header;
     if (file.Read(&header, sizeof header) != sizeof header || header.bfType != kBmpSignature)
         return {};
-    return ReadFileDib(file, end - start - sizeof header);
+    const ULONGLONG position = file.GetPosition();
+    end = std::min(end, file.GetLength());
+    return position < end ? ReadFileDib(file, end - position) : FileDib();
+}
+
+bool IsWritable(const VDibView& dib)
+{
+    return dib && !dib.HasCoreHeader();
 }
 
 void WriteBmp(CFile& file, const VDibView& dib)
@@ -77,27 +85,31 @@ void WriteBmp(CFile& file, const VDibView& dib)
     file.Write(dib.Block(), static_cast<UINT>(dibBytes));
 }
 
-// The length of the BMP file that begins at a place, as it states it; 0 when none does or it cannot be true.
-DWORD StoredBytes(CFile& file, ULONGLONG start)
+// The length of the BMP file that begins at the file's position, as it states it; 0 when none does or it
+// cannot be true. The position stays.
+DWORD StoredBytes(CFile& file)
 {
+    const ULONGLONG start = file.GetPosition();
     BITMAPFILEHEADER header;
+    const bool isBmp = file.Read(&header, sizeof header) == sizeof header && header.bfType == kBmpSignature;
     file.Seek(static_cast<LONGLONG>(start), CFile::begin);
-    if (file.Read(&header, sizeof header) != sizeof header || header.bfType != kBmpSignature)
-        return 0;
-    return header.bfSize <= file.GetLength() - start ? header.bfSize : 0;
+    return isBmp && header.bfSize <= file.GetLength() - start ? header.bfSize : 0;
 }
 
 } // namespace
 
 int CDib::Read(CFile* pFile)
 {
+    return pFile != nullptr && ReadUpTo(*pFile, kFileEnd);
+}
+
+int CDib::ReadUpTo(CFile& file, ULONGLONG end)
+{
     const CWaitCursor wait;
-    if (pFile == nullptr)
-        return FALSE;
     FileDib dib;
     TRY
     {
-        dib = ReadBmp(*pFile);
+        dib = ReadBmp(file, end);
     }
     CATCH_ALL(e)
     {
@@ -112,11 +124,11 @@ int CDib::Read(CFile* pFile)
     return result;
 }
 
-int CDib::Write(CFile* pFile)
+int CDib::Write(CFile* pFile) const
 {
     const CWaitCursor wait;
     const VLockedDib dib(m_hDib);
-    if (pFile == nullptr || !dib || dib.HasCoreHeader())
+    if (pFile == nullptr || !IsWritable(dib))
         return FALSE;
     TRY
     {
@@ -143,8 +155,11 @@ int CDib::Load(LPCWSTR fileName)
     return Read(&file);
 }
 
-int CDib::Save(LPCWSTR fileName)
+int CDib::Save(LPCWSTR fileName) const
 {
+    // Opening empties a file of that name.
+    if (!IsWritable(VLockedDib(m_hDib)))
+        return FALSE;
     CFile file;
     if (fileName == nullptr || !file.Open(fileName, CFile::modeCreate | CFile::modeWrite))
         return FALSE;
@@ -183,8 +198,9 @@ void CDib::Serialize(CArchive& ar)
         Write(file);
         return;
     }
-    // Reading takes all there is. What the archive holds behind the image follows.
+    // What the archive holds behind the image follows.
     const ULONGLONG start = file->GetPosition();
-    Read(file);
-    file->Seek(static_cast<LONGLONG>(start + StoredBytes(*file, start)), CFile::begin);
+    const DWORD stored = StoredBytes(*file);
+    ReadUpTo(*file, stored != 0 ? start + stored : kFileEnd);
+    file->Seek(static_cast<LONGLONG>(start + stored), CFile::begin);
 }
