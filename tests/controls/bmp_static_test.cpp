@@ -9,7 +9,12 @@
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/imaging/dib.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+// GDI+'s headers count on the names that NOMINMAX takes away.
+using std::max;
+using std::min;
+#include <gdiplus.h>
 
 using namespace support;
 
@@ -17,6 +22,9 @@ namespace
 {
 
 using Scaling = VBmpStatic::Scaling;
+
+// In bmp_static_test.rc.
+constexpr UINT kPictureResource = 5301;
 
 constexpr COLORREF kLeft = RGB(200, 0, 0);
 constexpr COLORREF kRight = RGB(0, 0, 200);
@@ -46,6 +54,25 @@ protected:
         return colors;
     }
 
+    // A name for a file in the temporary folder, which goes with the test.
+    [[nodiscard]] CString TemporaryFile()
+    {
+        wchar_t folder[MAX_PATH] = L"";
+        wchar_t name[MAX_PATH] = L"";
+        ::GetTempPath(MAX_PATH, folder);
+        ::GetTempFileName(folder, L"bmp", 0, name);
+        files.push_back(name);
+        return name;
+    }
+
+    void TearDown() override
+    {
+        for (const CString& name : files)
+            ::DeleteFile(name);
+        files.clear();
+    }
+
+    std::vector<CString> files;
     HostWnd host;
     VBmpStatic picture;
     CDib dib;
@@ -80,10 +107,7 @@ TEST_F(BmpStatic, ShowsWhatItIsGiven)
     const std::vector<COLORREF> shown{background, kLeft, kRight, background};
     EXPECT_EQ(Colors(points), empty);
 
-    wchar_t folder[MAX_PATH] = L"";
-    wchar_t name[MAX_PATH] = L"";
-    ::GetTempPath(MAX_PATH, folder);
-    ::GetTempFileName(folder, L"bmp", 0, name);
+    const CString name = TemporaryFile();
     ASSERT_TRUE(dib.Save(name));
 
     EXPECT_TRUE(picture.SetDib(&dib));
@@ -100,7 +124,72 @@ TEST_F(BmpStatic, ShowsWhatItIsGiven)
     // The picture is the control's own.
     dib.CutRect(CRect(0, 0, 20, 10));
     EXPECT_EQ(Colors(points), shown);
-    ::DeleteFile(name);
+}
+
+TEST_F(BmpStatic, ReadsFilesAndResourcesOfOtherPrograms)
+{
+    ASSERT_TRUE(picture.SetBmp(kPictureResource));
+    EXPECT_EQ(picture.GetDib()->GetWidth(), 13);
+
+    // 32 bits with a red left column: no pixel is lost.
+    std::vector<DWORD> rows(20 * 10, RGB(200, 0, 0)); // which is blue: red and blue change places
+    for (size_t i = 0; i < rows.size(); i += 20)
+        std::fill_n(rows.begin() + static_cast<std::ptrdiff_t>(i), 10, RGB(0, 0, 200));
+    BITMAPINFOHEADER header = {sizeof header, 20, 10, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    BITMAPFILEHEADER fileHeader = {};
+    fileHeader.bfType = 0x4D42;
+    fileHeader.bfOffBits = sizeof fileHeader + sizeof header;
+    fileHeader.bfSize = static_cast<DWORD>(fileHeader.bfOffBits + rows.size() * sizeof(DWORD));
+    const CString name = TemporaryFile();
+    CFile file(name, CFile::modeCreate | CFile::modeWrite);
+    file.Write(&fileHeader, sizeof fileHeader);
+    file.Write(&header, sizeof header);
+    file.Write(rows.data(), static_cast<UINT>(rows.size() * sizeof(DWORD)));
+    file.Close();
+    for (const bool isBmpOnly : {true, false}) {
+        picture.FreeResources();
+        ASSERT_TRUE(isBmpOnly ? picture.LoadBitmapFromBMPFile(name) : picture.SetBmp(name));
+        for (int x = 0; x < 20; ++x)
+            EXPECT_EQ(picture.GetDib()->GetPixel(x, 0), x < 10 ? RGB(0, 0, 200) : RGB(200, 0, 0)) << x;
+    }
+    // With all but one of millions of pixels missing.
+    file.Open(name, CFile::modeReadWrite);
+    header.biWidth = header.biHeight = 4000;
+    file.Seek(sizeof fileHeader, CFile::begin);
+    file.Write(&header, sizeof header);
+    file.SetLength(sizeof fileHeader + sizeof header + sizeof(DWORD));
+    file.Close();
+    EXPECT_FALSE(picture.LoadBitmapFromBMPFile(name));
+    EXPECT_EQ(picture.GetDib()->GetWidth(), 20);
+}
+
+TEST_F(BmpStatic, OtherFormatsNeedGdiPlus)
+{
+    HRSRC resource = ::FindResource(nullptr, L"PICTURE_PNG", RT_RCDATA);
+    const CString name = TemporaryFile();
+    CFile(name, CFile::modeCreate | CFile::modeWrite)
+        .Write(::LockResource(::LoadResource(nullptr, resource)), ::SizeofResource(nullptr, resource));
+    const Gdiplus::GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    ASSERT_EQ(Gdiplus::GdiplusStartup(&token, &input, nullptr), Gdiplus::Ok);
+    EXPECT_TRUE(picture.SetBmp(name));
+    EXPECT_EQ(picture.GetDib()->GetWidth(), 13);
+    EXPECT_FALSE(picture.LoadBitmapFromBMPFile(name));
+    Gdiplus::GdiplusShutdown(token);
+}
+
+TEST_F(BmpStatic, TakesWhatAnObjectShowsAtPresent)
+{
+    // Operations that make the block smaller.
+    ASSERT_TRUE(dib.ColorQuantize(16));
+    ASSERT_TRUE(picture.SetDib(&dib));
+    EXPECT_EQ(picture.GetDib()->GetBitCount(), 4);
+    EXPECT_EQ(picture.GetDib()->GetPixel(0, 0), kLeft);
+    // A bitmap only.
+    picture.FreeResources();
+    dib.Destroy();
+    ASSERT_TRUE(picture.SetDib(&dib));
+    EXPECT_EQ(picture.GetDib()->GetPixel(15, 0), kRight);
 }
 
 TEST_F(BmpStatic, KeepsItsPictureWhenThereIsNoOther)

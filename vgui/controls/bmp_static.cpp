@@ -5,8 +5,11 @@
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/imaging/dib.h"
+#include "vgui/imaging/dib_block.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 namespace
@@ -29,13 +32,46 @@ HBITMAP HandleOf(const CDib& dib)
     return dib.GetBitmap() != nullptr ? static_cast<HBITMAP>(dib.GetBitmap()->m_hObject) : nullptr;
 }
 
-std::unique_ptr<CDib> ReadBmpFile(LPCWSTR fileName)
+// The bytes of the pixels. The width is positive and the depth a known one.
+uint64_t PixelBytes(const BITMAPINFOHEADER& header)
+{
+    if (header.biCompression == BI_RLE8 || header.biCompression == BI_RLE4)
+        return header.biSizeImage;
+    return uint64_t{DIBRowBytes(static_cast<ULONG>(header.biWidth), header.biBitCount)} *
+           static_cast<uint64_t>(std::abs(int64_t{header.biHeight}));
+}
+
+// Whether a file is a BMP file with all of its pixels. Not every system looks before it reads.
+bool IsWholeBmpFile(LPCWSTR fileName)
 {
     CFile file;
+    BITMAPFILEHEADER fileHeader = {};
+    BITMAPINFOHEADER header = {}; // with which all kinds but the oldest one begin
+    ULONGLONG length = 0;
     if (fileName == nullptr || !file.Open(fileName, CFile::modeRead | CFile::shareDenyNone))
+        return false;
+    TRY
+    {
+        file.Read(&fileHeader, sizeof fileHeader);
+        file.Read(&header, sizeof header);
+        length = file.GetLength();
+    }
+    CATCH_ALL(e)
+    {
+        return false;
+    }
+    END_CATCH_ALL
+    return header.biSize >= sizeof header && header.biWidth > 0 && IsKnownDepth(header.biBitCount) &&
+           fileHeader.bfOffBits <= length && PixelBytes(header) <= length - fileHeader.bfOffBits;
+}
+
+std::unique_ptr<CDib> ReadBmpFile(LPCWSTR fileName)
+{
+    if (!IsWholeBmpFile(fileName))
         return nullptr;
-    auto dib = std::make_unique<CDib>();
-    return dib->Read(&file) ? std::move(dib) : nullptr;
+    const VOwnedBitmap bitmap(static_cast<HBITMAP>(
+        ::LoadImage(nullptr, fileName, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+    return DibOf(bitmap.Get());
 }
 
 std::unique_ptr<CDib> ReadPictureFile(LPCWSTR fileName)
@@ -89,10 +125,12 @@ BOOL VBmpStatic::SetDib(const CDib* pDib)
     if (pDib->IsEmpty())
         return Take(DibOf(HandleOf(*pDib)));
     auto copy = std::make_unique<CDib>();
-    auto* const block = static_cast<LPBYTE>(::GlobalLock(pDib->GetHandle()));
-    const int isCopied = copy->Create(block);
-    ::GlobalUnlock(pDib->GetHandle());
-    return Take(isCopied ? std::move(copy) : nullptr);
+    VOwnedGlobal block = DuplicateDib(pDib->GetHandle());
+    const int isShown = copy->Attach(block.Get());
+    // A block that cannot be shown has been taken as well.
+    if (copy->GetHandle() == block.Get())
+        static_cast<void>(block.Release());
+    return Take(isShown ? std::move(copy) : nullptr);
 }
 
 BOOL VBmpStatic::LoadBitmapFromBMPFile(LPCWSTR fileName)
