@@ -140,7 +140,7 @@ private:
 #define END_DHTML_EVENT_MAP_INLINE() END_DHTML_EVENT_MAP()
 
 #define AFX_DHTML_EVENT_(kind, dispid, elemName, memberFxn)                                                  \
-    {DHTMLEVENTMAPENTRY_##kind, dispid, elemName,                                                            \
+    {DHTMLEVENTMAPENTRY_##kind, (DISPID)(dispid), elemName,                                                  \
      afxdhtml::BindElement<DHtmlMapClass>([] { return &DHtmlMapClass::memberFxn; })},
 #define DHTML_EVENT(dispid, elemName, memberFxn) AFX_DHTML_EVENT_(NAME, dispid, elemName, memberFxn)
 #define DHTML_EVENT_CLASS(dispid, elemName, memberFxn) AFX_DHTML_EVENT_(CLASS, dispid, elemName, memberFxn)
@@ -148,7 +148,7 @@ private:
 #define DHTML_EVENT_ELEMENT(dispid, elemName, memberFxn)                                                     \
     AFX_DHTML_EVENT_(ELEMENT, dispid, elemName, memberFxn)
 #define DHTML_EVENT_AXCONTROL(dispid, controlName, memberFxn)                                                \
-    {DHTMLEVENTMAPENTRY_CONTROL, dispid, controlName,                                                        \
+    {DHTMLEVENTMAPENTRY_CONTROL, (DISPID)(dispid), controlName,                                              \
      afxdhtml::BindControl<DHtmlMapClass>([] { return &DHtmlMapClass::memberFxn; })},
 
 #define DHTML_EVENT_ONAFTERUPDATE(elemName, memberFxn)                                                       \
