@@ -63,6 +63,7 @@ struct GalleryPage {
     ROW(OpenGlPage)                                                                                          \
     ROW(ImagesPage)                                                                                          \
     ROW(PropertiesPage)                                                                                      \
+    ROW(MediaPage)                                                                                           \
     ROW(SketchPage)                                                                                          \
     ROW(DrawingPage)
 

@@ -20,9 +20,10 @@ public:
 
 } // namespace afx_subset
 
-// A view that is filled by a web browser control, whose members it offers and whose events it passes to its
-// On functions. It stands on CView itself, without the scrolling and the dialog template of a form, and is no
-// host of the browser's own user interface: OnShowContextMenu and its kin are left out.
+// A view that is filled by a web browser control. It offers the control's members for navigation and for the
+// state of the page, and passes its events to its On functions. It stands on CView itself, without the
+// scrolling and the dialog template of a form. Left out are the members for Internet Explorer's own windows,
+// commands, and OnShowContextMenu and its kin, by which a host takes part in the page's user interface.
 //
 // What the browser refuses does nothing; a property that it has not, or without a browser, is FALSE, 0, empty
 // or null.
