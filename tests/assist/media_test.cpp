@@ -143,7 +143,6 @@ protected:
                 return 0;
             return std::nullopt;
         });
-        ::GetAsyncKeyState(VK_CONTROL);
     }
     void TearDown() override
     {
@@ -278,19 +277,13 @@ TEST_F(MediaView, SinksFollowTheDocument)
     HtmlObject field(__uuidof(HTMLElementEvents2));
     HtmlObject other;
     first.elements[L"field"] = &field;
-    const auto show = [this](HtmlObject& document) {
-        VARIANT value{};
-        value.vt = VT_DISPATCH;
-        value.pdispVal = document.Dispatch();
-        registered.properties[kDocument] = value;
-    };
-    COleVariant browser; // no object
-    browser.vt = VT_DISPATCH;
-    browser.pdispVal = nullptr;
+    COleVariant& shown = registered.properties[kDocument];
+    const COleVariant browser = ObjectVariant(nullptr);
     const COleVariant url(L"file:///C:/page.htm");
 
-    registered.Fire(DISPID_DOCUMENTCOMPLETE, {browser, url}); // there is no document yet
-    show(first);
+    shown = browser; // there is no document yet
+    registered.Fire(DISPID_DOCUMENTCOMPLETE, {browser, url});
+    shown = ObjectVariant(&first);
     registered.Fire(DISPID_DOCUMENTCOMPLETE, {browser, url});
     EXPECT_TRUE(first.IsConnected());
     EXPECT_TRUE(field.IsConnected());
@@ -301,7 +294,7 @@ TEST_F(MediaView, SinksFollowTheDocument)
 
     registered.Fire(DISPID_NAVIGATECOMPLETE2, {browser, url}); // of a frame of the same document
     EXPECT_TRUE(first.IsConnected());
-    show(second);
+    shown = ObjectVariant(&second);
     registered.Fire(DISPID_NAVIGATECOMPLETE2, {browser, url});
     EXPECT_FALSE(first.IsConnected());
     EXPECT_FALSE(field.IsConnected());

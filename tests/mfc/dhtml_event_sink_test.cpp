@@ -65,7 +65,7 @@ protected:
     DhtmlEventSink()
     {
         page.elements = {{L"field", &field}, {L"player", &tag}};
-        tag.SetObject(L"object", &player);
+        tag.properties[L"object"] = ObjectVariant(&player);
         for (HtmlObject* element : {&field, &button, &tag})
             element->isElement = true;
         button.properties[L"id"] = COleVariant(L"play");

@@ -1,5 +1,6 @@
 #include "tests/support/active_x_control.h"
 #include "tests/support/census.h"
+#include "tests/support/html_object.h"
 #include "tests/support/input.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -219,9 +220,7 @@ TEST_F(HtmlViewCalls, PassesEventsOn)
     COleVariant url(L"http://a/");
     COleVariant number(static_cast<long>(64));
     COleVariant noText;
-    COleVariant page; // no object
-    page.vt = VT_DISPATCH;
-    page.pdispVal = nullptr;
+    const COleVariant page = ObjectVariant(nullptr);
     COleVariant error(static_cast<long>(404));
     COleVariant frame(L"left");
     COleVariant data;

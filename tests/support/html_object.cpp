@@ -9,14 +9,6 @@ namespace support
 namespace
 {
 
-COleVariant Counted(HtmlObject* object)
-{
-    VARIANT value{};
-    value.vt = VT_DISPATCH;
-    value.pdispVal = object;
-    return COleVariant(value); // a copy counts
-}
-
 // The names that have been asked for; a member's number is its place.
 std::vector<std::wstring>& Names()
 {
@@ -26,17 +18,20 @@ std::vector<std::wstring>& Names()
 
 } // namespace
 
-void HtmlObject::SetObject(const std::wstring& property, HtmlObject* value)
+COleVariant ObjectVariant(IDispatch* object)
 {
-    properties[property] = Counted(value);
+    VARIANT value{};
+    value.vt = VT_DISPATCH;
+    value.pdispVal = object;
+    return COleVariant(value); // a copy counts
 }
 
 COleVariant HtmlObject::Fire(DISPID event, HtmlObject* source)
 {
     HtmlObject object;
-    object.SetObject(L"srcElement", source);
+    object.properties[L"srcElement"] = ObjectVariant(source);
     COleVariant result;
-    FireWith(event, {Counted(&object)}, &result);
+    FireWith(event, {ObjectVariant(&object)}, &result);
     return result;
 }
 
@@ -86,7 +81,7 @@ STDMETHODIMP HtmlObject::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPAR
     const std::wstring& name = Names().at(static_cast<size_t>(member));
     if (name == L"getElementById" && flags == DISPATCH_METHOD) {
         const auto found = elements.find(params->rgvarg[0].bstrVal);
-        return ::VariantCopy(result, Counted(found != elements.end() ? found->second : nullptr));
+        return ::VariantCopy(result, ObjectVariant(found != elements.end() ? found->second : nullptr));
     }
     const auto found = properties.find(name);
     return found != properties.end() ? ::VariantCopy(result, found->second) : DISP_E_MEMBERNOTFOUND;

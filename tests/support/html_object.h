@@ -10,6 +10,9 @@
 namespace support
 {
 
+// An object, null for none, as a parameter or a property.
+[[nodiscard]] COleVariant ObjectVariant(IDispatch* object);
+
 // Belongs to the test, whoever holds references to it.
 class HtmlObject final : public IDispatch,
                          public IConnectionPointContainer,
@@ -28,7 +31,6 @@ public:
 
     [[nodiscard]] IDispatch* Dispatch() { return this; }
     [[nodiscard]] bool IsConnected() const { return m_sink != nullptr; }
-    void SetObject(const std::wstring& property, HtmlObject* value);
     // Sends an event of a page, which knows its source element, and answers its result.
     COleVariant Fire(DISPID event, HtmlObject* source);
     // Sends an event with these parameters.
