@@ -22,7 +22,7 @@ const CRect kPlace(10, 20, 90, 60);
 constexpr DISPID kDocument = 203; // of the browser
 constexpr DISPID kFullScreen = 407;
 
-// Keeps what the thread gives to OutputDebugString while it lives.
+// Keeps what views give to OutputDebugString while it lives.
 class DebugTexts
 {
 public:
@@ -31,7 +31,12 @@ public:
     DebugTexts(const DebugTexts&) = delete;
     DebugTexts& operator=(const DebugTexts&) = delete;
 
-    static std::vector<std::wstring> Take() { return std::exchange(s_texts, {}); }
+    static std::vector<std::wstring> Take()
+    {
+        // Others, such as the test framework, use the same way.
+        std::erase_if(s_texts, [](const std::wstring& text) { return !text.ends_with(L"ignored\r\n"); });
+        return std::exchange(s_texts, {});
+    }
 
 private:
     // The texts come as exceptions; parameter 0 is the length with the terminator, 1 the text.
@@ -111,7 +116,7 @@ DHTML_EVENT_ONCLICK(nullptr, OnClick)
 DHTML_EVENT_ONBLUR(L"field", OnClick)
 END_DHTML_EVENT_MAP()
 
-// The program's window, which takes every key for itself.
+// The program's window, which translates F1.
 class Program : public HostWnd
 {
 public:
