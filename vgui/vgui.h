@@ -1,8 +1,8 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
-#include "vgui/composite/combo_tree.h"
 #include "vgui/assist/media.h"
+#include "vgui/composite/combo_tree.h"
 #include "vgui/composite/outline.h"
 #include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"
