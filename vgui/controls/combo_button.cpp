@@ -53,7 +53,7 @@ void DrawComboFace(CDC& dc, const CRect& frame, bool hot, COLORREF arrow)
     const COLORREF to = hot ? VGM.Combo.clrBtnFrom : VGM.Combo.clrBtnTo;
     VGGradientFillRect(&dc, inner, from, to, 0);
     dc.Draw3dRect(face, VGM.Combo.clrBtnBorder, VGM.Combo.clrBtnBorder);
-    VGDrawSmallSolidTriangle(&dc, ComboArrowRect(face), arrow, 0);
+    VGDrawSmallSolidTriangle(&dc, ComboArrowRect(face), arrow, VGTriangleDown);
 }
 
 void DrawDisabledComboFace(CDC& dc, CWnd& control, const CRect& frame)

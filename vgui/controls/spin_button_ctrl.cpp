@@ -14,8 +14,6 @@ constexpr int kMaxArrow = 4;       // rows of an arrow
 constexpr int kMinArrow = 2;
 constexpr int kArrowMargin = 2; // rows that stay free beside it
 
-enum Direction { kDown = 0, kUp = 1, kLeft = 2, kRight = 3 };
-
 struct Face {
     COLORREF from;
     COLORREF to;
@@ -44,22 +42,22 @@ int ArrowSize(CSize half, bool horizontal)
 }
 
 // An arrow in the middle of a half.
-void DrawArrow(CDC& dc, const CRect& half, int size, COLORREF color, Direction direction)
+void DrawArrow(CDC& dc, const CRect& half, int size, COLORREF color, int direction)
 {
     // The middle of the tip's row; odd halves have an exact one.
     CPoint tip((half.left + half.right - 1) / 2, (half.top + half.bottom - 1) / 2);
     const int back = size / 2;
     switch (direction) {
-    case kDown:
+    case VGTriangleDown:
         tip.y += back;
         break;
-    case kUp:
+    case VGTriangleUp:
         tip.y -= back;
         break;
-    case kLeft:
+    case VGTriangleLeft:
         tip.x -= back;
         break;
-    case kRight:
+    case VGTriangleRight:
         tip.x += back;
         break;
     }
@@ -82,6 +80,14 @@ BEGIN_MESSAGE_MAP(VSpinButtonCtrl, CSpinButtonCtrl)
     ON_WM_ENABLE()
     ON_MESSAGE(WM_PRINTCLIENT, &VSpinButtonCtrl::OnPrintClient)
 END_MESSAGE_MAP()
+
+// The mouse may have been on an arrow when the object's former window went.
+void VSpinButtonCtrl::PreSubclassWindow()
+{
+    m_nHot = Part::None;
+    m_nPressed = Part::None;
+    CSpinButtonCtrl::PreSubclassWindow();
+}
 
 CRect VSpinButtonCtrl::PartRect(const CRect& area, bool horizontal, Part part)
 {
@@ -160,7 +166,7 @@ void VSpinButtonCtrl::DrawPart(CDC& dc, const CRect& room, Part part)
     const CSize half(room.Width() / (horizontal ? 2 : 1) - 2, room.Height() / (horizontal ? 1 : 2) - 2);
     const bool up = part == Part::Up;
     DrawArrow(dc, rect, ArrowSize(half, horizontal), face.arrow,
-              horizontal ? (up ? kRight : kLeft) : (up ? kUp : kDown));
+              horizontal ? (up ? VGTriangleRight : VGTriangleLeft) : (up ? VGTriangleUp : VGTriangleDown));
 }
 
 void VSpinButtonCtrl::SetState(Part hot, Part pressed)

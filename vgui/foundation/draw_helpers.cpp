@@ -17,7 +17,6 @@ constexpr int kRibShade = -20;
 constexpr int kPointsPerInch = 72;
 constexpr int kMaxSurface = 32767; // no surface of a device is wider or higher
 
-enum Direction { kDown = 0, kUp = 1, kLeft = 2, kRight = 3 };
 enum FadeDirection { kOutwards = 0, kInwards = 1 };
 enum FrameStyle { kFlat = 0, kRaised = 1 };
 enum GradientPattern { kPyramid = 0, kVerticalBand = 1, kHorizontalBand = 2 };
@@ -347,7 +346,7 @@ void VGDrawFadeRect(CDC* pDC, const CRect& rect, COLORREF clrFrom, COLORREF clrT
 
 void VGDrawSmallSolidTriangle(CDC* pDC, const CRect& rect, COLORREF clr, int nDir)
 {
-    if (!IsDrawable(pDC, rect) || nDir != kDown)
+    if (!IsDrawable(pDC, rect) || nDir != VGTriangleDown)
         return;
     const CRect clip = ClipBox(pDC);
     const int64_t first = std::max<int64_t>(0, int64_t{clip.top} - rect.top);
@@ -360,10 +359,10 @@ void VGDrawSmallSolidTriangle(CDC* pDC, const CRect& rect, COLORREF clr, int nDi
 void VGDrawSmallSolidTriangle(CDC* pDC, const CPoint& apex, int nSize, COLORREF clr, int nDir)
 {
     const CRect clip = ClipBox(pDC);
-    if (clip.IsRectEmpty() || nDir < kDown || nDir > kRight)
+    if (clip.IsRectEmpty() || nDir < VGTriangleDown || nDir > VGTriangleRight)
         return;
-    const bool sideways = nDir == kLeft || nDir == kRight;
-    const int sign = nDir == kDown || nDir == kRight ? -1 : 1;
+    const bool sideways = nDir == VGTriangleLeft || nDir == VGTriangleRight;
+    const int sign = nDir == VGTriangleDown || nDir == VGTriangleRight ? -1 : 1;
     const int64_t tip = sideways ? apex.x : apex.y;
     const int64_t low = sideways ? clip.left : clip.top;
     const int64_t high = (sideways ? clip.right : clip.bottom) - int64_t{1};

@@ -65,11 +65,16 @@ VGUI_API void VGDrawFadeRect(CDC* pDC, const CRect& rect, COLORREF clrFrom, COLO
 
 // Triangles -------------------------------------------------------------------------------------------------
 
-// nDir 0: a downward triangle whose top row fills the rectangle's width. Other directions draw nothing.
+// The directions in which triangles point.
+inline constexpr int VGTriangleDown = 0;
+inline constexpr int VGTriangleUp = 1;
+inline constexpr int VGTriangleLeft = 2;
+inline constexpr int VGTriangleRight = 3;
+
+// VGTriangleDown: a triangle whose top row fills the rectangle's width. Other directions draw nothing.
 VGUI_API void VGDrawSmallSolidTriangle(CDC* pDC, const CRect& rect, COLORREF clr, int nDir);
 
-// A triangle of nSize rows whose tip is the pixel apex and which points down (nDir 0), up (1), left (2) or
-// right (3). Other directions draw nothing.
+// A triangle of nSize rows whose tip is the pixel apex. Other directions draw nothing.
 VGUI_API void VGDrawSmallSolidTriangle(CDC* pDC, const CPoint& apex, int nSize, COLORREF clr, int nDir);
 
 // Text ------------------------------------------------------------------------------------------------------
