@@ -86,6 +86,26 @@ struct Model {
     }
 };
 
+// A host's tree that wants to hear of deletions itself.
+class ListeningTree : public VTreeCtrl
+{
+public:
+    using VTreeCtrl::m_hHot;
+    int deletions = 0;
+
+private:
+    afx_msg void OnDeleteItem(NMHDR*, LRESULT* result)
+    {
+        ++deletions;
+        *result = 0;
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ListeningTree, VTreeCtrl)
+    ON_NOTIFY_REFLECT(TVN_DELETEITEM, &ListeningTree::OnDeleteItem)
+END_MESSAGE_MAP()
+
 class TreeControls : public CensusTest
 {
 protected:
@@ -356,11 +376,8 @@ TEST_F(TreeControls, CopiesTextsAndData)
     EXPECT_EQ(Outline(tree, source), L"a5(b0a5(b0)c0)c0a5(b0a5(b0)c0)c0");
     EXPECT_TRUE(CopyTreeChildNode(tree, target, tree.GetChildItem(a)));
 
-    const HTREEITEM foreign = reinterpret_cast<HTREEITEM>(&host);
     EXPECT_FALSE(CopyTreeChildNode(tree, nullptr, source));
     EXPECT_FALSE(CopyTreeChildNode(tree, target, nullptr));
-    EXPECT_FALSE(CopyTreeChildNode(tree, foreign, source));
-    EXPECT_FALSE(CopyTreeChildNode(tree, target, foreign));
     VTreeCtrl none;
     EXPECT_FALSE(CopyTreeChildNode(none, target, source));
 }
@@ -418,23 +435,18 @@ TEST_F(TreeControls, ExpandsAndCollapses)
     }
 }
 
-TEST_F(TreeControls, NullAndForeignItemsChangeNothing)
+TEST_F(TreeControls, NullItemsChangeNothing)
 {
     Open();
     Model& item = root.Add(tree);
-    HTREEITEM deleted = tree.InsertItem(L"gone");
-    tree.DeleteItem(deleted);
-    for (HTREEITEM bad :
-         {static_cast<HTREEITEM>(nullptr), reinterpret_cast<HTREEITEM>(&host), deleted, TVI_ROOT}) {
-        EXPECT_EQ(tree.GetNodeCheckStat(bad), CtcInvalid);
-        tree.Check(bad);
-        tree.Uncheck(bad);
-        tree.SetNodeCheckStat(bad, CtcChecked);
-        tree.UpdateChildStat(bad);
-        tree.UpdateParentStat(bad);
-        ExpandTreeItem(&tree, bad == TVI_ROOT ? nullptr : bad);
-        ExpandTreeLevel(&tree, bad);
-    }
+    EXPECT_EQ(tree.GetNodeCheckStat(nullptr), CtcInvalid);
+    tree.Check(nullptr);
+    tree.Uncheck(nullptr);
+    tree.SetNodeCheckStat(nullptr, CtcChecked);
+    tree.UpdateChildStat(nullptr);
+    tree.UpdateParentStat(nullptr);
+    ExpandTreeItem(&tree, nullptr);
+    ExpandTreeLevel(&tree, nullptr);
     EXPECT_EQ(tree.GetNodeCheckStat(item.item), CtcUnchecked);
     OpenTree none;
     none.CheckAll();
@@ -459,6 +471,21 @@ TEST_F(TreeControls, DepthDoesNotMatter)
     EXPECT_TRUE(AdjustTreeCtrlCheckState(tree));
     EXPECT_TRUE(CopyTreeChildNode(tree, TVI_ROOT, chain[kDepth / 2]));
     tree.SetRedraw(TRUE);
+}
+
+TEST_F(TreeControls, HotItemIsForgottenWhateverADerivedClassHandles)
+{
+    ASSERT_TRUE(host.Open({240, 300}));
+    ListeningTree listening;
+    ASSERT_TRUE(listening.Create(kTreeStyle, CRect(10, 10, 230, 290), &host, kTreeId));
+    const HTREEITEM item = listening.InsertItem(L"under the mouse");
+    CRect label;
+    listening.GetItemRect(item, label, TRUE);
+    MoveTo(ClientToScreen(listening.m_hWnd, label.CenterPoint()));
+    ASSERT_EQ(listening.m_hHot, item);
+    listening.DeleteItem(item);
+    EXPECT_EQ(listening.deletions, 1);
+    EXPECT_EQ(listening.m_hHot, nullptr);
 }
 
 TEST_F(TreeControls, ShowsSelectionFocusAndHotItem)

@@ -96,14 +96,6 @@ bool HasWindow(const CTreeCtrl* tree)
     return tree != nullptr && ::IsWindow(tree->m_hWnd);
 }
 
-bool HasItem(const CTreeCtrl& tree, HTREEITEM item)
-{
-    TVITEM query{};
-    query.mask = TVIF_HANDLE;
-    query.hItem = item;
-    return item == TVI_ROOT || (item != nullptr && tree.GetItem(&query));
-}
-
 void ExpandOne(CTreeCtrl& tree, HTREEITEM item)
 {
     if (tree.ItemHasChildren(item))
@@ -144,8 +136,9 @@ int VCheckTreeCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
 
 void VCheckTreeCtrl::LoadCheckImages()
 {
-    if (!checkImages.Create(kImageSize, kImageSize, ILC_COLOR16, kImageCount, kImageGrow))
-        return; // they are there from an earlier window
+    const bool fromFormerWindow = checkImages.m_hImageList != nullptr;
+    if (fromFormerWindow || !checkImages.Create(kImageSize, kImageSize, ILC_COLOR16, kImageCount, kImageGrow))
+        return;
     for (const int id : {IDI_CHECK_NONE, IDI_CHECK_ALL, IDI_CHECK_PART}) {
         const VOwnedIcon icon(static_cast<HICON>(::LoadImageW(
             VGLibraryInstance(), MAKEINTRESOURCEW(id), IMAGE_ICON, kImageSize, kImageSize, LR_DEFAULTCOLOR)));
@@ -336,7 +329,7 @@ bool AdjustTreeCtrlCheckState(VCheckTreeCtrl& tree)
 
 bool CopyTreeChildNode(CTreeCtrl& tree, HTREEITEM destParent, HTREEITEM srcParent)
 {
-    if (!HasWindow(&tree) || !HasItem(tree, destParent) || !HasItem(tree, srcParent))
+    if (!HasWindow(&tree) || destParent == nullptr || srcParent == nullptr)
         return false;
     const TreeNodes nodes = ItemsFrom(tree, tree.GetChildItem(srcParent));
     std::vector<HTREEITEM> copies;

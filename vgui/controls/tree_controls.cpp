@@ -14,13 +14,22 @@ BEGIN_MESSAGE_MAP(VTreeCtrl, CTreeCtrl)
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
     ON_NOTIFY_REFLECT(NM_CUSTOMDRAW, &VTreeCtrl::OnCustomDraw)
-    ON_NOTIFY_REFLECT_EX(TVN_DELETEITEM, &VTreeCtrl::OnItemDeleted)
 END_MESSAGE_MAP()
+
+// What the mouse did at the object's former window does not count.
+void VTreeCtrl::PreSubclassWindow()
+{
+    m_hHot = nullptr;
+    m_bTracking = false;
+    CTreeCtrl::PreSubclassWindow();
+}
 
 void VTreeCtrl::OnPaint()
 {
     CPaintDC target(this);
     VBufferedDC dc(target, target.m_ps.rcPaint);
+    // Not every version of the control fills what lies below its last item.
+    DefWindowProc(WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.m_hDC), 0);
     DefWindowProc(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc.m_hDC), PRF_ERASEBKGND | PRF_CLIENT);
 }
 
@@ -76,11 +85,15 @@ void VTreeCtrl::OnMouseLeave()
     Default();
 }
 
-BOOL VTreeCtrl::OnItemDeleted(NMHDR* pNMHDR, LRESULT* /*pResult*/)
+// Before the message maps, where a derived class may have a handler of its own.
+BOOL VTreeCtrl::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
 {
-    if (reinterpret_cast<const NMTREEVIEW*>(pNMHDR)->itemOld.hItem == m_hHot)
-        m_hHot = nullptr;
-    return FALSE; // the parent is told, too
+    if (message == WM_NOTIFY) {
+        const auto& told = *reinterpret_cast<const NMTREEVIEW*>(lParam);
+        if (told.hdr.code == TVN_DELETEITEM && told.itemOld.hItem == m_hHot)
+            m_hHot = nullptr;
+    }
+    return CTreeCtrl::OnChildNotify(message, wParam, lParam, pResult);
 }
 
 void VTreeCtrl::SetHotItem(HTREEITEM item)

@@ -1,8 +1,9 @@
 // The library's tree, the tree of three-state check boxes, and helpers for any tree control.
 //
-// Handles of items that a tree does not have, and null, are safe everywhere: nothing is done with them. Walks
-// through a tree need no call stack, so that its depth does not matter, and take time in proportion to the
-// number of items, apart from what the control itself needs to find an item by its handle.
+// A null item is safe everywhere: nothing is done with it. Other handles must be those of the tree's items:
+// the control itself follows them unseen. Walks through a tree need no call stack, so that its depth does not
+// matter, and take time in proportion to the number of items, apart from what the control itself needs to
+// find an item by its handle.
 #pragma once
 
 #include "vgui/export.h"
@@ -36,6 +37,9 @@ class VGUI_API VTreeCtrl : public CTreeCtrl
     DECLARE_DYNAMIC(VTreeCtrl)
 
 protected:
+    void PreSubclassWindow() override;
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnNcPaint();
@@ -43,16 +47,15 @@ protected:
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
     afx_msg void OnCustomDraw(NMHDR* pNMHDR, LRESULT* pResult);
-    afx_msg BOOL OnItemDeleted(NMHDR* pNMHDR, LRESULT* pResult);
     DECLARE_MESSAGE_MAP()
+
+    HTREEITEM m_hHot = nullptr; // under the mouse
+    bool m_bTracking = false;   // WM_MOUSELEAVE has been asked for
 
 private:
     void SetHotItem(HTREEITEM item);
     void InvalidateLabel(HTREEITEM item);
     void ChooseColors(NMTVCUSTOMDRAW& draw) const;
-
-    HTREEITEM m_hHot = nullptr; // under the mouse
-    bool m_bTracking = false;   // WM_MOUSELEAVE has been asked for
 };
 
 // A tree whose items carry check boxes, kept consistent up and down: an item's children follow it, and an
@@ -129,7 +132,7 @@ VGUI_API bool AdjustTreeCtrlCheckState(VCheckTreeCtrl& tree);
 // Appends copies of srcParent's children, with all below them, to destParent's children. Text and item data
 // are copied, images and states are not. TVI_ROOT stands for the whole tree. What is copied is what there was
 // before the call, so destParent may lie below srcParent. False, with nothing or only a part copied, when the
-// tree has no window, has no such items or has no memory for more.
+// tree has no window, when an item is null, or when there is no memory for more.
 VGUI_API bool CopyTreeChildNode(CTreeCtrl& tree, HTREEITEM destParent, HTREEITEM srcParent);
 
 // Expand the whole tree; an item and all below it; an item and the siblings after it, one level only. Items
