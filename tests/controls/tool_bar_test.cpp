@@ -194,6 +194,32 @@ TEST_F(ToolBar, ButtonsHaveTips)
     EXPECT_TRUE(PumpUntil([&] { return bar.GetToolTips()->IsWindowVisible() != FALSE; }));
 }
 
+TEST_F(ToolBar, ButtonsWithOneCommandKeepTheirTextsAndItsTip)
+{
+    ASSERT_TRUE(bar.DlgCreate(&host, kPlace, kBarId));
+    bar.SetButton(0, kFirst, I_IMAGENONE);
+    bar.SetButton(1, kFirst, I_IMAGENONE, BTNS_BUTTON, L"MMM", L"shared");
+    const auto shownText = [&](int index) {
+        PumpMessages();
+        CRect rect;
+        bar.GetItemRect(index, rect);
+        return CaptureClient(bar.m_hWnd).Count(VGM.Dlg.clrText, rect);
+    };
+    EXPECT_EQ(shownText(0), 0);
+    EXPECT_GT(shownText(1), 20);
+
+    const auto tip = [&] {
+        CString text;
+        bar.GetToolTips()->GetText(text, &bar, kFirst);
+        return text;
+    };
+    bar.SetButton(0, kCheck, I_IMAGENONE);
+    EXPECT_EQ(tip(), L"shared");
+    bar.SetButton(1, kCheck, I_IMAGENONE);
+    bar.SetButton(2, kFirst, I_IMAGENONE);
+    EXPECT_EQ(tip(), L"");
+}
+
 TEST_F(ToolBar, RepositionWrapsTheButtons)
 {
     Create(TBSTYLE_WRAPABLE);

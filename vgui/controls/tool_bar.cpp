@@ -83,7 +83,8 @@ BOOL VToolBar::SetButton(int nIndex, UINT nCommand, int nImage, BYTE fsStyle, co
         return FALSE;
     if (replaces) {
         DeleteButton(nIndex + 1);
-        m_tips.erase(former.idCommand);
+        if (static_cast<int>(CommandToIndex(former.idCommand)) < 0) // no other button has it
+            m_tips.erase(former.idCommand);
     }
     if (!separator)
         m_tips[nCommand] = tip;

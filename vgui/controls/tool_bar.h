@@ -64,7 +64,8 @@ private:
     void DrawSeparator(CDC& dc, const CRect& rect);
     void DrawButton(CDC& dc, int index, const TBBUTTON& button, CRect rect);
     void DrawImage(CDC& dc, const TBBUTTON& button, CPoint origin, bool hot);
-    void DrawContent(CDC& dc, const TBBUTTON& button, const CRect& rect, bool hot);
+    void DrawContent(CDC& dc, int index, const TBBUTTON& button, const CRect& rect, bool hot);
+    [[nodiscard]] CString GetTextAt(int index) const;
     [[nodiscard]] bool IsEnabled(const TBBUTTON& button) const;
     [[nodiscard]] CRect GetArrowRect(int index, const TBBUTTON& button, const CRect& rect) const;
     [[nodiscard]] CSize GetImageSize() const;

@@ -13,6 +13,7 @@ namespace
 
 constexpr int kArrowWidth = 11; // of the part that drops down, where the control does not tell it
 constexpr int kArrowSize = 3;   // rows
+constexpr int kTextRoom = 64;   // characters, at first
 constexpr int kGap = 2;         // between image and text
 constexpr int kSeparatorMargin = 3;
 constexpr int kPressedShade = -24; // what is added to a pressed button's colours
@@ -131,14 +132,14 @@ void VToolBar::DrawButton(CDC& dc, int index, const TBBUTTON& button, CRect rect
             dc.FillSolidRect(arrow.left, rect.top, 1, rect.Height(),
                              hot && !pressed ? VGM.Common.clrHot : VGM.Common.clrFrame);
         const CPoint tip(arrow.CenterPoint().x, arrow.CenterPoint().y + 1);
-        VGDrawSmallSolidTriangle(&dc, tip, kArrowSize, ink, 0);
+        VGDrawSmallSolidTriangle(&dc, tip, kArrowSize, ink, VGTriangleDown);
     }
     rect.right = arrow.left;
     rect.DeflateRect(1, 1);
     if (pressed)
         rect.OffsetRect(1, 1);
     const VTextColorScope color(dc.m_hDC, enabled ? VGM.Dlg.clrText : VGM.Common.clrGray);
-    DrawContent(dc, button, rect, hot);
+    DrawContent(dc, index, button, rect, hot);
 }
 
 CSize VToolBar::GetImageSize() const
@@ -151,10 +152,28 @@ CSize VToolBar::GetImageSize() const
     return {width, height};
 }
 
-// Image and text, one above the other or side by side.
-void VToolBar::DrawContent(CDC& dc, const TBBUTTON& button, const CRect& rect, bool hot)
+// By the index, since buttons may share a command.
+CString VToolBar::GetTextAt(int index) const
 {
-    const CString text = GetButtonText(button.idCommand);
+    CString text;
+    for (int room = kTextRoom;; room *= 2) {
+        TBBUTTONINFOW info{};
+        info.cbSize = sizeof info;
+        info.dwMask = TBIF_BYINDEX | TBIF_TEXT;
+        info.pszText = text.GetBufferSetLength(room);
+        info.pszText[0] = L'\0';
+        info.cchText = room;
+        SendMessage(TB_GETBUTTONINFOW, index, reinterpret_cast<LPARAM>(&info));
+        text.ReleaseBuffer();
+        if (text.GetLength() < room - 1) // not cut
+            return text;
+    }
+}
+
+// Image and text, one above the other or side by side.
+void VToolBar::DrawContent(CDC& dc, int index, const TBBUTTON& button, const CRect& rect, bool hot)
+{
+    const CString text = GetTextAt(index);
     const CSize image = button.iBitmap >= 0 ? GetImageSize() : CSize(0, 0);
     const bool beside = (GetStyle() & TBSTYLE_LIST) != 0;
     CRect measured(0, 0, 0, 0);
