@@ -135,7 +135,10 @@ TEST_F(GuiDlg, ControlColoursCanBeSetAndTakenAway)
     EXPECT_FALSE(dlg.GetSetCtrlClr(kStaticId, color));
     EXPECT_EQ(color, RGB(9, 9, 9));
 
+    dlg.GetDlgItem(kStaticId)->UpdateWindow();
+    EXPECT_FALSE(::GetUpdateRect(dlg.GetDlgItem(kStaticId)->m_hWnd, nullptr, FALSE));
     dlg.SetStaticCtrlFormat(kStaticId, red, 0, nullptr, -1);
+    EXPECT_TRUE(::GetUpdateRect(dlg.GetDlgItem(kStaticId)->m_hWnd, nullptr, FALSE));
     dlg.SetStaticCtrlFormat(kEditId, red, 7, L"unused", 3);
     dlg.SetStaticCtrlFormat(kMissingId, red, 0, nullptr, -1);
     EXPECT_TRUE(dlg.GetSetCtrlClr(kStaticId, color));

@@ -2,6 +2,7 @@
 
 #include "vgui/dialogs/child_controls.h"
 #include "vgui/dialogs/gui_dlg_geometry.h"
+#include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/foundation/library_instance.h"
 #include "vgui/foundation/window_helpers.h"
@@ -9,8 +10,6 @@
 
 namespace
 {
-
-constexpr COLORREF kNoColor = 0xFFFFFFFF;
 
 bool IsStaticLike(UINT nCtlColor)
 {
@@ -137,7 +136,7 @@ HBRUSH VGuiDlg::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor)
         pDC->SetTextColor(m_clrText);
         pDC->SetBkColor(m_clrBk);
     }
-    COLORREF color = kNoColor;
+    COLORREF color = VGNoColor;
     if (IsStaticLike(nCtlColor) && pWnd != nullptr && !ChoosesOwnTextColor(*pWnd) &&
         GetSetCtrlClr(pWnd->GetDlgCtrlID(), color))
         pDC->SetTextColor(color);
@@ -148,17 +147,19 @@ HBRUSH VGuiDlg::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor)
 
 void VGuiDlg::SetStaticCtrlFormat(UINT nID, COLORREF clrText, UINT, const wchar_t*, int)
 {
-    if (m_hWnd == nullptr || GetDlgItem(nID) == nullptr)
+    CWnd* control = m_hWnd == nullptr ? nullptr : GetDlgItem(nID);
+    if (control == nullptr)
         return;
     CtrlFormat& format = m_mapCtrlFormat[nID];
     format.pFont.reset();
     format.clrText = clrText;
+    control->Invalidate();
 }
 
 bool VGuiDlg::GetSetCtrlClr(UINT nID, COLORREF& clr)
 {
     const auto found = m_mapCtrlFormat.find(nID);
-    if (found == m_mapCtrlFormat.end() || found->second.clrText == kNoColor)
+    if (found == m_mapCtrlFormat.end() || found->second.clrText == VGNoColor)
         return false;
     clr = found->second.clrText;
     return true;
