@@ -79,6 +79,12 @@ int VProgressCtrl::BarLength(int length, int lower, int upper, int pos)
     return static_cast<int>(length * done / range);
 }
 
+void VProgressCtrl::PreSubclassWindow()
+{
+    m_bMarquee = false; // the timer went with the object's former window
+    CProgressCtrl::PreSubclassWindow();
+}
+
 // The edge that the stock control has is drawn in the shared colour.
 void VProgressCtrl::OnNcPaint()
 {

@@ -25,6 +25,7 @@ protected:
     // Paints the whole client area.
     void Draw(CDC& dc);
 
+    void PreSubclassWindow() override;
     afx_msg void OnNcPaint();
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
