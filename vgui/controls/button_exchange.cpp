@@ -1,52 +1,20 @@
 #include "vgui/controls/button_exchange.h"
 
-#include "vgui/controls/buttons.h"
+#include "vgui/controls/radio_group.h"
 
 namespace
 {
 
-template <class Control>
-Control* LibraryControl(HWND window)
-{
-    return DYNAMIC_DOWNCAST(Control, CWnd::FromHandlePermanent(window));
-}
-
 VRadioBtn* LibraryRadio(CWnd* parent, UINT id)
 {
-    return LibraryControl<VRadioBtn>(::GetDlgItem(parent->GetSafeHwnd(), static_cast<int>(id)));
-}
-
-bool EndsGroup(HWND window)
-{
-    return window == nullptr || (::GetWindowLongW(window, GWL_STYLE) & WS_GROUP) != 0;
-}
-
-// Exchanges one button of a group. False when the window is no radio button.
-bool ExchangeRadio(bool save, HWND window, int index, int& value)
-{
-    if (VRadioBtn* radio = LibraryControl<VRadioBtn>(window)) {
-        if (save && radio->GetCheck())
-            value = index;
-        if (!save) {
-            radio->SetCheck(index == value, FALSE);
-            radio->Invalidate();
-        }
-        return true;
-    }
-    if ((::SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) == 0)
-        return false;
-    if (!save)
-        ::SendMessageW(window, BM_SETCHECK, index == value, 0);
-    else if (::SendMessageW(window, BM_GETCHECK, 0, 0) != 0)
-        value = index;
-    return true;
+    return LibraryRadio(::GetDlgItem(parent->GetSafeHwnd(), static_cast<int>(id)));
 }
 
 } // namespace
 
 void VGDDX_Check(CDataExchange* pDX, int nIDC, int& value)
 {
-    VCheckBox* box = LibraryControl<VCheckBox>(pDX->PrepareCtrl(nIDC));
+    VCheckBox* box = DYNAMIC_DOWNCAST(VCheckBox, CWnd::FromHandlePermanent(pDX->PrepareCtrl(nIDC)));
     if (box == nullptr)
         DDX_Check(pDX, nIDC, value);
     else if (pDX->m_bSaveAndValidate)
@@ -57,16 +25,7 @@ void VGDDX_Check(CDataExchange* pDX, int nIDC, int& value)
 
 void VGDDX_Radio(CDataExchange* pDX, int nIDC, int& value)
 {
-    HWND window = pDX->PrepareCtrl(nIDC);
-    const bool save = pDX->m_bSaveAndValidate != FALSE;
-    if (save)
-        value = -1;
-    int index = 0;
-    do {
-        if (ExchangeRadio(save, window, index, value))
-            ++index;
-        window = ::GetWindow(window, GW_HWNDNEXT);
-    } while (!EndsGroup(window));
+    ExchangeRadioGroup(pDX->m_bSaveAndValidate != FALSE, pDX->PrepareCtrl(nIDC), value);
 }
 
 void VGCheckRB(CWnd* parent, UINT nFirstID, UINT nLastID, UINT nCheckID)

@@ -13,10 +13,13 @@ void PaintParentBackground(CWnd& control, CDC& dc)
     CPoint origin;
     ::MapWindowPoints(control.m_hWnd, parent, &origin, 1);
 
-    // The parent paints as if on its own client area.
+    // The parent paints as if on its own client area, patterns included.
     const auto wParam = reinterpret_cast<WPARAM>(dc.m_hDC);
     const int saved = dc.SaveDC();
     dc.OffsetViewportOrg(-origin.x, -origin.y);
+    CPoint parentOrigin(0, 0);
+    dc.LPtoDP(&parentOrigin);
+    dc.SetBrushOrg(parentOrigin);
     const bool erased = ::SendMessage(parent, WM_ERASEBKGND, wParam, 0) != 0;
     if (!erased)
         dc.FillSolidRect(CRect(origin, client.Size()), VGGetParentBkColor(&control));
@@ -34,20 +37,9 @@ void DrawItemOverParent(CWnd& control, const DRAWITEMSTRUCT& item,
     draw(buffered);
 }
 
-void BeginHot(CWnd& control, BOOL& hot)
+CString TextOf(const CWnd& window)
 {
-    if (hot)
-        return;
-    hot = TRUE;
-    control.Invalidate();
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, control.m_hWnd, 0};
-    ::TrackMouseEvent(&track);
-}
-
-void EndHot(CWnd& control, BOOL& hot)
-{
-    if (!hot)
-        return;
-    hot = FALSE;
-    control.Invalidate();
+    CString text;
+    window.GetWindowText(text);
+    return text;
 }

@@ -1,5 +1,5 @@
-// What the owner-drawn buttons share: painting on the screen without flicker and with the parent's background
-// where they paint nothing themselves, and following the mouse.
+// What the self-drawn buttons share: painting on the screen without flicker and with the parent's background
+// where they paint nothing themselves.
 #pragma once
 
 #include <afxwin.h>
@@ -13,7 +13,5 @@ void PaintParentBackground(CWnd& control, CDC& dc);
 void DrawItemOverParent(CWnd& control, const DRAWITEMSTRUCT& item,
                         const std::function<void(DRAWITEMSTRUCT&)>& draw);
 
-// Sets hot, repaints the control and asks for WM_MOUSELEAVE; nothing while it is hot.
-void BeginHot(CWnd& control, BOOL& hot);
-// Clears hot and repaints the control; nothing unless it is hot.
-void EndHot(CWnd& control, BOOL& hot);
+// A window's text, whole.
+CString TextOf(const CWnd& window);

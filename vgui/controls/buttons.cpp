@@ -2,6 +2,7 @@
 #include "vgui/controls/buttons.h"
 
 #include "vgui/controls/button_paint.h"
+#include "vgui/controls/hot_tracking.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -96,6 +97,12 @@ BEGIN_MESSAGE_MAP(VHotTrackBtn, CButton)
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
 END_MESSAGE_MAP()
+
+void VHotTrackBtn::PreSubclassWindow()
+{
+    hot = FALSE; // it may have been on when the object's former window went
+    CButton::PreSubclassWindow();
+}
 
 void VHotTrackBtn::OnMouseMove(UINT nFlags, CPoint point)
 {

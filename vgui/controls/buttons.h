@@ -5,7 +5,7 @@
 
 #include <memory>
 
-// A push button with a rounded frame and a gradient, darker while it has the focus or the mouse over it.
+// A push button with a rounded frame and a gradient, bluer while it has the focus or the mouse over it.
 class VGUI_API VButton : public VButtonST
 {
     DECLARE_DYNAMIC(VButton)
@@ -84,6 +84,7 @@ protected:
     // Unchecks all other radio buttons of the group, library and standard ones.
     void UnCheckOthers();
 
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg BOOL OnClicked();
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
@@ -103,6 +104,8 @@ protected:
 private:
     class GroupWatch;
 
+    void WatchGroup();
+
     std::unique_ptr<GroupWatch> m_groupWatch;
 };
 
@@ -117,6 +120,8 @@ public:
     VHotTrackBtn& operator=(const VHotTrackBtn&) = delete;
 
 protected:
+    void PreSubclassWindow() override;
+
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
     DECLARE_MESSAGE_MAP()

@@ -1,7 +1,7 @@
 // The check box and the radio button.
-#include "vgui/controls/button_exchange.h"
 #include "vgui/controls/button_paint.h"
-#include "vgui/controls/buttons.h"
+#include "vgui/controls/hot_tracking.h"
+#include "vgui/controls/radio_group.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -28,13 +28,6 @@ CRect MarkBox(const CRect& item, int size)
         box.bottom = box.top + size;
     }
     return box;
-}
-
-CString TextOf(const CWnd& control)
-{
-    CString text;
-    control.GetWindowText(text);
-    return text;
 }
 
 void DrawCaptionOf(const CWnd& control, CDC& dc, CRect place, COLORREF color)
@@ -83,6 +76,7 @@ void VCheckBox::PreSubclassWindow()
 {
     // Whatever type the button had, it now has the bit that makes it a toggle.
     ModifyStyle(0, BS_OWNERDRAW);
+    hot = FALSE; // it may have been on when the object's former window went
     VButtonST::PreSubclassWindow();
 }
 
@@ -202,38 +196,6 @@ void VCheckBox::DrawOrange(CDC* pDC, const CRect& rect)
 namespace
 {
 
-bool IsLibraryRadio(HWND window)
-{
-    return DYNAMIC_DOWNCAST(VRadioBtn, CWnd::FromHandlePermanent(window)) != nullptr;
-}
-
-bool IsRadio(HWND window)
-{
-    return IsLibraryRadio(window) || (::SendMessageW(window, WM_GETDLGCODE, 0, 0) & DLGC_RADIOBUTTON) != 0;
-}
-
-// A radio button's place in its group.
-struct RadioPlace {
-    HWND first; // the group's first radio button
-    int index;  // of the button itself
-};
-
-RadioPlace PlaceInGroup(HWND radio)
-{
-    RadioPlace place{radio, 0};
-    HWND window = radio;
-    while ((::GetWindowLongW(window, GWL_STYLE) & WS_GROUP) == 0) {
-        window = ::GetWindow(window, GW_HWNDPREV);
-        if (window == nullptr)
-            break;
-        if (IsRadio(window)) {
-            place.first = window;
-            ++place.index;
-        }
-    }
-    return place;
-}
-
 bool InSameGroup(HWND a, HWND b)
 {
     return ::GetParent(a) == ::GetParent(b) && PlaceInGroup(a).first == PlaceInGroup(b).first;
@@ -266,7 +228,7 @@ public:
 private:
     void OnOtherClicked(HWND other)
     {
-        if (other != nullptr && other != m_radio.m_hWnd && !IsLibraryRadio(other) && IsRadio(other) &&
+        if (other != nullptr && other != m_radio.m_hWnd && LibraryRadio(other) == nullptr && IsRadio(other) &&
             InSameGroup(other, m_radio.m_hWnd) && ::SendMessageW(other, BM_GETCHECK, 0, 0) != 0)
             m_radio.SetCheck(BST_UNCHECKED, TRUE);
     }
@@ -277,6 +239,7 @@ private:
 IMPLEMENT_DYNAMIC(VRadioBtn, VButtonST)
 
 BEGIN_MESSAGE_MAP(VRadioBtn, VButtonST)
+    ON_WM_CREATE()
     ON_CONTROL_REFLECT_EX(BN_CLICKED, &VRadioBtn::OnClicked)
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
@@ -292,7 +255,22 @@ VRadioBtn::~VRadioBtn() = default;
 
 void VRadioBtn::PreSubclassWindow()
 {
+    hot = FALSE;
     VButtonST::PreSubclassWindow();
+    WatchGroup();
+}
+
+// A window that is being created may not have its parent before this.
+int VRadioBtn::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    const int result = VButtonST::OnCreate(lpCreateStruct);
+    WatchGroup();
+    return result;
+}
+
+void VRadioBtn::WatchGroup()
+{
+    m_groupWatch.reset();
     m_groupWatch = std::make_unique<GroupWatch>(*this);
 }
 
@@ -315,12 +293,10 @@ DWORD VRadioBtn::SetCheck(int nCheck, BOOL bRepaint)
 
 void VRadioBtn::UnCheckOthers()
 {
-    CWnd* parent = GetParent();
-    if (parent == nullptr)
+    if (::GetParent(m_hWnd) == nullptr)
         return;
     RadioPlace place = PlaceInGroup(m_hWnd); // the exchange takes the index by reference
-    CDataExchange load(parent, FALSE);
-    VGDDX_Radio(&load, ::GetDlgCtrlID(place.first), place.index);
+    ExchangeRadioGroup(false, place.first, place.index);
 }
 
 BOOL VRadioBtn::OnClicked()

@@ -16,11 +16,17 @@ bool CreateControlTip(CToolTipCtrl& tip, CWnd& control)
 {
     if (HasWindow(tip))
         return true;
-    if (!tip.Create(&control, TTS_ALWAYSTIP))
+    if (control.m_hWnd == nullptr || !tip.Create(&control, TTS_ALWAYSTIP))
         return false;
     tip.Activate(FALSE);
     tip.SetMaxTipWidth(kMaxTipWidth);
     return true;
+}
+
+void DestroyControlTip(CToolTipCtrl& tip)
+{
+    if (HasWindow(tip))
+        tip.DestroyWindow();
 }
 
 void SetControlTip(CToolTipCtrl& tip, CWnd& control, LPCWSTR text, BOOL activate)
@@ -42,7 +48,7 @@ void ActivateControlTip(CToolTipCtrl& tip, BOOL activate)
 
 void RelayToControlTip(CToolTipCtrl& tip, const CWnd& control, MSG& message)
 {
-    if (!HasWindow(tip))
+    if (!HasWindow(tip) || control.m_hWnd == nullptr)
         return;
     CPoint point = message.pt;
     control.ScreenToClient(&point);

@@ -4,8 +4,11 @@
 #include <afxcmn.h>
 
 // Gives tip its window unless it has one: deactivated, at most 400 pixels wide. False when there is none
-// afterwards.
+// afterwards, as for a control without a window.
 bool CreateControlTip(CToolTipCtrl& tip, CWnd& control);
+
+// For the control's WM_DESTROY: the tip belongs to the control's top-level window and would outlive it.
+void DestroyControlTip(CToolTipCtrl& tip);
 
 // Sets the text that the tip shows over the whole control, creating the tip if need be, and activates or
 // deactivates it.

@@ -2,6 +2,7 @@
 
 #include "vgui/controls/combo_button.h"
 #include "vgui/controls/control_frame.h"
+#include "vgui/controls/hot_tracking.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
@@ -22,6 +23,7 @@ END_MESSAGE_MAP()
 
 void VDateTimeCtrl::PreSubclassWindow()
 {
+    m_bHover = FALSE; // it may have been on when the object's former window went
     CDateTimeCtrl::PreSubclassWindow();
     AttachArrows();
 }
@@ -117,25 +119,14 @@ void VDateTimeCtrl::OnEnable(BOOL bEnable)
     InvalidateFrame(*this);
 }
 
-void VDateTimeCtrl::SetHover(bool hover)
-{
-    if (hover == m_bHover)
-        return;
-    m_bHover = hover;
-    Invalidate(FALSE);
-    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
-    if (hover)
-        ::TrackMouseEvent(&track);
-}
-
 void VDateTimeCtrl::OnMouseMove(UINT nFlags, CPoint point)
 {
     CDateTimeCtrl::OnMouseMove(nFlags, point);
-    SetHover(HasButton() && ComboFaceRect(GetFrameRect()).PtInRect(point));
+    SetHot(*this, m_bHover, HasButton() && ComboFaceRect(GetFrameRect()).PtInRect(point));
 }
 
 void VDateTimeCtrl::OnMouseLeave()
 {
-    SetHover(false);
+    EndHot(*this, m_bHover);
     CDateTimeCtrl::OnMouseLeave();
 }

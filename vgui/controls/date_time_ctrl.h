@@ -34,12 +34,11 @@ protected:
     afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
-    bool m_bHover = false;  // the mouse is on the button
+    BOOL m_bHover = FALSE;  // the mouse is on the button
     VSpinButtonCtrl m_spin; // the arrows, if there are any
 
 private:
     [[nodiscard]] bool HasButton() const { return (GetStyle() & DTS_UPDOWN) == 0; }
     [[nodiscard]] bool IsOpen() const;
     void AttachArrows();
-    void SetHover(bool hover);
 };

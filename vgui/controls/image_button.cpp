@@ -1,6 +1,7 @@
 #include "vgui/controls/image_button.h"
 
 #include "vgui/controls/control_tool_tip.h"
+#include "vgui/controls/hot_tracking.h"
 #include "vgui/foundation/skin_host.h"
 #include "vgui/foundation/window_helpers.h"
 
@@ -14,6 +15,12 @@ constexpr UINT kToggleBit = 2;
 constexpr BYTE kFirstTextAlign = 3;
 constexpr BYTE kLastAlign = 5;
 
+// The module that has a resource, null for the id 0.
+HINSTANCE ModuleOf(int id, LPCWSTR type)
+{
+    return id == 0 ? nullptr : AfxFindResourceHandle(MAKEINTRESOURCEW(id), type);
+}
+
 // An image of a resource at its own size, null for 0 or when there is none. The caller owns it.
 HANDLE LoadResourceImage(HINSTANCE module, int id, UINT type)
 {
@@ -26,7 +33,7 @@ template <class Handle, class Destroy>
 bool LoadPair(int idIn, int idOut, LPCWSTR resourceType, UINT imageType, Handle& in, Handle& out,
               Destroy destroy)
 {
-    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCEW(idIn), resourceType);
+    const HINSTANCE module = ModuleOf(idIn, resourceType);
     in = static_cast<Handle>(LoadResourceImage(module, idIn, imageType));
     out = in == nullptr ? nullptr : static_cast<Handle>(LoadResourceImage(module, idOut, imageType));
     const bool complete = (in != nullptr || idIn == 0) && (out != nullptr || in == nullptr || idOut == 0);
@@ -55,6 +62,7 @@ bool ReadIconSize(HICON icon, DWORD& width, DWORD& height)
 IMPLEMENT_DYNAMIC(VButtonST, CButton)
 
 BEGIN_MESSAGE_MAP(VButtonST, CButton)
+    ON_WM_DESTROY()
     ON_WM_SETCURSOR()
     ON_WM_MOUSEMOVE()
     ON_WM_SYSCOLORCHANGE()
@@ -182,6 +190,8 @@ DWORD VButtonST::SetBitmaps(HBITMAP hIn, COLORREF crTransIn, HBITMAP hOut, COLOR
 
 DWORD VButtonST::SetFlat(BOOL bFlat, BOOL bRepaint)
 {
+    if (!bFlat)
+        CancelHover();
     flat = bFlat;
     Repaint(bRepaint);
     return StResultOk;
@@ -246,8 +256,8 @@ DWORD VButtonST::SetBtnCursor(int nCursorId, BOOL bRepaint)
 {
     if (cursor != nullptr)
         ::DestroyCursor(cursor);
-    const HINSTANCE module = AfxFindResourceHandle(MAKEINTRESOURCEW(nCursorId), RT_GROUP_CURSOR);
-    cursor = static_cast<HCURSOR>(LoadResourceImage(module, nCursorId, IMAGE_CURSOR));
+    cursor = static_cast<HCURSOR>(
+        LoadResourceImage(ModuleOf(nCursorId, RT_GROUP_CURSOR), nCursorId, IMAGE_CURSOR));
     Repaint(bRepaint);
     return nCursorId != 0 && cursor == nullptr ? StResultBadResource : StResultOk;
 }
@@ -323,8 +333,8 @@ void VButtonST::SetTooltipText(LPCWSTR lpszText, BOOL bActivate)
     VSkinHost* const host = VSkinHost::Of(this);
     if (host == nullptr)
         SetControlTip(toolTip, *this, lpszText, bActivate);
-    else if (host->AddToolTips(this, lpszText))
-        Repaint(TRUE); // in the colour of captions with a tip
+    else
+        host->AddToolTips(this, lpszText);
 }
 
 void VButtonST::SetTooltipText(int nText, BOOL bActivate)
@@ -341,8 +351,9 @@ void VButtonST::ActivateTooltip(BOOL bEnable)
 
 BOOL VButtonST::PreTranslateMessage(MSG* pMsg)
 {
-    if (m_hWnd != nullptr)
-        RelayToControlTip(toolTip, *this, *pMsg);
+    if (pMsg == nullptr)
+        return FALSE;
+    RelayToControlTip(toolTip, *this, *pMsg);
     return CButton::PreTranslateMessage(pMsg);
 }
 
@@ -352,15 +363,23 @@ void VButtonST::PreSubclassWindow()
 {
     const UINT style = LOWORD(GetStyle());
     typeStyle = style & kTypeMask;
-    if ((style & kToggleBit) != 0)
-        isToggle = TRUE;
-    if (typeStyle == BS_DEFPUSHBUTTON) {
-        isDefault = TRUE;
+    isToggle = (style & kToggleBit) != 0;
+    isDefault = typeStyle == BS_DEFPUSHBUTTON;
+    if (isDefault)
         typeStyle = 0;
-    }
+    // What the object's former window left.
+    hovering = FALSE;
+    menuShown = FALSE;
+    DropBackground();
     ModifyStyle(kTypeMask, BS_OWNERDRAW, SWP_FRAMECHANGED);
     CButton::PreSubclassWindow();
     InitToolTip();
+}
+
+void VButtonST::OnDestroy()
+{
+    DestroyControlTip(toolTip);
+    CButton::OnDestroy();
 }
 
 // A quick second click is a click like any other.
@@ -391,12 +410,7 @@ void VButtonST::OnMouseMove(UINT nFlags, CPoint point)
         CancelHover();
         return;
     }
-    if (hovering)
-        return;
-    hovering = TRUE;
-    Invalidate();
-    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, m_hWnd, 0};
-    ::TrackMouseEvent(&track);
+    BeginHot(*this, hovering);
 }
 
 void VButtonST::CancelHover()
@@ -459,20 +473,26 @@ void VButtonST::DropDownMenu()
 
 void VButtonST::OnEnable(BOOL bEnable)
 {
+    // Whoever is told, of this or of the focus, may destroy the button.
+    const HWND window = m_hWnd;
     CButton::OnEnable(bEnable);
-    if (bEnable)
+    if (bEnable || CWnd::FromHandlePermanent(window) != this)
         return;
     if (CWnd* parent = GetParent()) {
         CWnd* next = parent->GetNextDlgTabItem(this);
         (next != nullptr && next != this ? next : parent)->SetFocus();
     }
-    CancelHover();
+    if (CWnd::FromHandlePermanent(window) == this)
+        CancelHover();
 }
 
 void VButtonST::OnKillFocus(CWnd* pNewWnd)
 {
+    // The parent is told and may destroy the button.
+    const HWND window = m_hWnd;
     CButton::OnKillFocus(pNewWnd);
-    CancelHover();
+    if (CWnd::FromHandlePermanent(window) == this)
+        CancelHover();
 }
 
 void VButtonST::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized)

@@ -73,13 +73,15 @@ public:
 
     // Sets all colours to what the system's are now.
     DWORD SetDefaultColors(BOOL bRepaint = TRUE);
+    // StResultBadIndex, with nothing changed, when there is no such colour.
     DWORD SetColor(BYTE byColorIndex, COLORREF crColor, BOOL bRepaint = TRUE);
-    // A null crpColor is not filled.
+    // The same; a null crpColor is not filled.
     DWORD GetColor(BYTE byColorIndex, COLORREF* crpColor);
 
     // Highlights a flat button also while no window of the application is active.
     DWORD SetAlwaysTrack(BOOL bAlwaysTrack = TRUE);
-    // The cursor shown over the button, a resource; 0 for the usual one.
+    // The cursor shown over the button, a resource; 0 for the usual one. StResultBadResource, with the usual
+    // one afterwards, when it cannot be loaded.
     DWORD SetBtnCursor(int nCursorId = 0, BOOL bRepaint = TRUE);
     // Whether a flat button has a thin frame while hovered or pressed. It does at first.
     DWORD DrawBorder(BOOL bEnable, BOOL bRepaint = TRUE);
@@ -92,7 +94,8 @@ public:
     // The link that a click opens, cut to 260 characters; null or empty for none.
     DWORD SetURL(LPCWSTR lpszURL);
     // The menu resource whose first submenu a click drops down below the button; 0 for none. Its commands go
-    // to hParentWnd, or to the button's parent when that is no window.
+    // to hParentWnd, or to the button's parent when that is no window. StResultBadResource, with no menu
+    // afterwards, when it cannot be loaded.
     DWORD SetMenu(UINT nMenu, HWND hParentWnd, BOOL bRepaint = TRUE);
 
     // Sets the tooltip's text; null, and a string resource that is missing or empty, do nothing. On a skinned
@@ -137,6 +140,7 @@ protected:
     // A disabled bitmap looks like an enabled one.
     void DrawTheBitmap(CDC* pDC, BOOL bHasTitle, RECT* pItem, CRect* pCaption, BOOL bPressed, BOOL bDisabled);
 
+    afx_msg void OnDestroy();
     afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnSysColorChange();

@@ -110,8 +110,8 @@ void VButtonST::DrawButtonBorder(CDC& dc, const CRect& rect)
     }
 }
 
-// Each pair of lines ends one pixel short of its last point; the third one is meant to begin a pixel higher
-// on the right side.
+// Each pair of lines ends one pixel short of its last point; the third one is meant to end one pixel above
+// the top.
 void VButtonST::DrawRaisedFrame(CDC& dc, const CRect& r)
 {
     DrawLines(dc, ::GetSysColor(COLOR_BTNHIGHLIGHT), {r.left, r.bottom - 1}, {r.left, r.top},

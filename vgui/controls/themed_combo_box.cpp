@@ -1,5 +1,6 @@
 #include "vgui/controls/combo_button.h"
 #include "vgui/controls/control_tool_tip.h"
+#include "vgui/controls/hot_tracking.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/gui_manager.h"
@@ -18,11 +19,18 @@ constexpr COLORREF kMarkedArrow = RGB(255, 0, 0);
 IMPLEMENT_DYNAMIC(VComboBox, CComboBox)
 
 BEGIN_MESSAGE_MAP(VComboBox, CComboBox)
+    ON_WM_DESTROY()
     ON_WM_PAINT()
     ON_WM_MOUSEMOVE()
     ON_WM_MOUSELEAVE()
     ON_MESSAGE(WM_PRINTCLIENT, &VComboBox::OnPrintClient)
 END_MESSAGE_MAP()
+
+void VComboBox::PreSubclassWindow()
+{
+    m_bHover = FALSE; // it may have been on when the object's former window went
+    CComboBox::PreSubclassWindow();
+}
 
 int VComboBox::AddString(const wchar_t* text)
 {
@@ -115,9 +123,16 @@ void VComboBox::ActivateTooltip(int activate)
 
 BOOL VComboBox::PreTranslateMessage(MSG* pMsg)
 {
-    if (pMsg != nullptr)
-        RelayToControlTip(m_toolTip, *this, *pMsg);
+    if (pMsg == nullptr)
+        return FALSE;
+    RelayToControlTip(m_toolTip, *this, *pMsg);
     return CComboBox::PreTranslateMessage(pMsg);
+}
+
+void VComboBox::OnDestroy()
+{
+    DestroyControlTip(m_toolTip);
+    CComboBox::OnDestroy();
 }
 
 // The stock control paints first; the picture is shown when the face is on it, too.
@@ -157,25 +172,14 @@ void VComboBox::DrawFace(CDC& dc)
     DrawComboFace(dc, client, m_bHover != 0, marked ? kMarkedArrow : VGM.Combo.clrGlyph);
 }
 
-void VComboBox::SetHover(bool hover)
-{
-    if (hover == (m_bHover != 0))
-        return;
-    m_bHover = hover;
-    Invalidate();
-    TRACKMOUSEEVENT track{sizeof(track), TME_LEAVE, m_hWnd, 0};
-    if (hover)
-        ::TrackMouseEvent(&track);
-}
-
 void VComboBox::OnMouseMove(UINT nFlags, CPoint point)
 {
     CComboBox::OnMouseMove(nFlags, point);
-    SetHover(m_rcFace.PtInRect(point) != FALSE);
+    SetHot(*this, m_bHover, m_rcFace.PtInRect(point) != FALSE);
 }
 
 void VComboBox::OnMouseLeave()
 {
-    SetHover(false);
+    EndHot(*this, m_bHover);
     CComboBox::OnMouseLeave();
 }

@@ -73,6 +73,7 @@ protected:
 
 private:
     [[nodiscard]] bool HasTips() const;
+    void ForgetTip();
     void RelayToTip(MSG& message);
     int AddWithData(int index, DWORD_PTR data);
 };
@@ -119,11 +120,11 @@ public:
     // not survive being loaded again; nor does a text that contains "|".
     CString SaveHistory() const;
 
-    // Makes the control's own tooltip, deactivated, unless it is there already.
+    // Makes the control's own tooltip, deactivated, unless it is there already. Needs a window.
     void InitToolTip();
     // Sets the tip's text and activates or deactivates the tip. On a VGuiDlg the text is handed to the
     // dialog's tooltip, which takes care of showing it. A string resource that does not exist changes
-    // nothing.
+    // nothing. Needs a window.
     void SetTooltipText(const wchar_t* text, int activate);
     void SetTooltipText(int stringId, int activate);
     // Activates or deactivates the control's own tooltip, if it has one.
@@ -132,9 +133,11 @@ public:
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
+    void PreSubclassWindow() override;
     // Paints the frame and the button over a client area that the stock control has painted.
     void DrawFace(CDC& dc);
 
+    afx_msg void OnDestroy();
     afx_msg void OnPaint();
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnMouseLeave();
@@ -142,11 +145,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     CToolTipCtrl m_toolTip;
-    int m_bHover = 0;
+    BOOL m_bHover = FALSE;      // the mouse is on the button
     CRect m_rcFace{0, 0, 0, 0}; // the button as it was last painted, client coordinates
-
-private:
-    void SetHover(bool hover);
 };
 
 // A group box in one of two looks: a thin frame that is interrupted by the caption, or a frame with a band

@@ -1,3 +1,4 @@
+#include "vgui/controls/button_paint.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
@@ -24,13 +25,6 @@ CRect ClientRect(const CWnd& window)
     CRect client;
     window.GetClientRect(client);
     return client;
-}
-
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
 }
 
 // DT_ flags for the side on which a box with this style has its caption.

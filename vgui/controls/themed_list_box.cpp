@@ -75,7 +75,9 @@ int VListBox::InsertItem(int index, const wchar_t* text, ULONG_PTR data)
 
 void VListBox::GetItem(int index, CString& text) const
 {
-    GetText(index, text);
+    text.Empty();
+    if (index >= 0 && index < GetCount())
+        GetText(index, text);
 }
 
 int VListBox::FindItemByItemData(long data)
@@ -102,6 +104,8 @@ void VListBox::SetText(int index, const wchar_t* text)
     SetItemData(index + 1, 0);
     DeleteString(index + 1);
     state.Restore();
+    if (index == m_nTipItem)
+        ForgetTip();
 }
 
 int VListBox::SelectStringExact(int start, const wchar_t* text)
@@ -170,10 +174,16 @@ void VListBox::OnMouseMove(UINT nFlags, CPoint point)
 {
     CListBox::OnMouseMove(nFlags, point);
     // The tip does not stay when the mouse goes on to where there is no item.
-    if (m_nTipItem >= 0 && HasTips() && ItemAt(point) < 0) {
-        m_nTipItem = -1;
+    if (m_nTipItem >= 0 && ItemAt(point) < 0)
+        ForgetTip();
+}
+
+// The mouse's next move asks for a text anew.
+void VListBox::ForgetTip()
+{
+    m_nTipItem = -1;
+    if (HasTips())
         m_pToolTip->UpdateTipText(L"", this);
-    }
 }
 
 void VListBox::OnDestroy()
