@@ -121,6 +121,29 @@ TEST_F(ButtonExchange, CheckingWithoutRepaintingLeavesTheOthers)
     EXPECT_EQ(Checked(), "....");
 }
 
+TEST_F(ButtonExchange, SharedIdsDoNotMixGroupsUp)
+{
+    Load(1);
+    ::SetWindowLongPtr(library[2].m_hWnd, GWLP_ID, kFirst);
+    library[2].SetCheck(1, TRUE);
+    EXPECT_EQ(Checked(), ".x..");
+    EXPECT_EQ(library[2].GetCheck(), 1);
+}
+
+TEST_F(ButtonExchange, CreatedRadioButtonBelongsToItsGroup)
+{
+    VRadioBtn created;
+    ASSERT_TRUE(created.Create(L"x", WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON | WS_GROUP,
+                               CRect(210, 10, 290, 32), &host, 660));
+    Add(nullptr, BS_AUTORADIOBUTTON, 661);
+    Click(Item(660));
+    EXPECT_EQ(created.GetCheck(), 1);
+    Click(Item(661));
+    EXPECT_EQ(created.GetCheck(), 0);
+    Click(Item(660));
+    EXPECT_EQ(::SendMessage(Item(661), BM_GETCHECK, 0, 0), BST_UNCHECKED);
+}
+
 TEST_F(ButtonExchange, GroupWithoutAMarkedBeginningIsAGroup)
 {
     // Whether the group begins with another control or with the first child of all.

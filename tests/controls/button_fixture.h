@@ -85,6 +85,18 @@ inline support::DibSurface DrawnItem(CButton& button, UINT state = 0)
     return surface;
 }
 
+// The smallest rectangle around all pixels of a colour; inverted when there are none.
+inline CRect InkBox(const support::DibSurface& drawn, COLORREF ink)
+{
+    CRect box(drawn.Width(), drawn.Height(), 0, 0);
+    for (int y = 0; y < drawn.Height(); ++y)
+        for (int x = 0; x < drawn.Width(); ++x)
+            if (drawn.Pixel(x, y) == ink)
+                box.SetRect(std::min<int>(box.left, x), std::min<int>(box.top, y),
+                            std::max<int>(box.right, x + 1), std::max<int>(box.bottom, y + 1));
+    return box;
+}
+
 // Notes what would be opened, for as long as it lives; nothing is opened.
 class OpenedLinks
 {

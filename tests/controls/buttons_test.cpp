@@ -2,6 +2,8 @@
 
 #include "tests/controls/button_fixture.h"
 
+#include <utility>
+
 using namespace support;
 
 namespace
@@ -258,6 +260,44 @@ TEST_F(Buttons, RadioButtonDrawsCircleAndDot)
     expectLook(ODS_DISABLED, VGM.Common.clrGray, VGM.Common.clrGray);
     button.SetCheck(0, TRUE);
     expectLook(ODS_DISABLED, VGM.Common.clrGray, kWhite);
+}
+
+TEST_F(Buttons, CaptionsOfCheckBoxesAndRadioButtonsHaveTheirPlace)
+{
+    // An ink that nothing else of the picture has.
+    const COLORREF ink = RGB(1, 2, 3);
+    const COLORREF checkText = std::exchange(VGM.Check.clrText, ink);
+    const COLORREF radioText = std::exchange(VGM.Radio.clrText, ink);
+    // Where the letter's ink lies when its cell is in the corner, and how high the cell is.
+    DibSurface letter(100, 30);
+    letter.DC().SetTextColor(ink);
+    letter.DC().SetBkMode(TRANSPARENT);
+    letter.DC().TextOut(0, 0, L"H");
+    const CRect glyph = InkBox(letter, ink);
+    const int top = (30 - letter.DC().GetTextExtent(L"H").cy) / 2;
+
+    const auto expectCaption = [&](CButton& button, int left) {
+        CRect wanted = glyph;
+        wanted.OffsetRect(left, top);
+        const DibSurface on = DrawnItem(button);
+        const CRect got = InkBox(on, ink);
+        EXPECT_EQ(got.left, wanted.left);
+        EXPECT_NEAR(got.top, wanted.top, 1); // how halves are rounded is the system's
+        EXPECT_EQ(got.Size(), wanted.Size());
+        EXPECT_EQ(on.Count(ink), letter.Count(ink));
+        const DibSurface off = DrawnItem(button, ODS_DISABLED);
+        EXPECT_EQ(off.Count(ink), 0);
+        EXPECT_EQ(InkBox(off, ::GetSysColor(COLOR_3DSHADOW)), wanted);
+        EXPECT_EQ(off.Count(::GetSysColor(COLOR_3DSHADOW)), letter.Count(ink));
+    };
+    OpenedCheck check;
+    OpenedRadio radio;
+    Subclass(check, BS_AUTOCHECKBOX, L"H");
+    Subclass(radio, BS_AUTORADIOBUTTON, L"H", 502, CRect(20, 60, 120, 90));
+    expectCaption(check, VGM.Check.nBoxSize + VGM.Dlg.nFrameWidth);
+    expectCaption(radio, VGM.Radio.nBoxSize + VGM.Dlg.nFrameWidth / 2);
+    VGM.Check.clrText = checkText;
+    VGM.Radio.clrText = radioText;
 }
 
 TEST_F(Buttons, HotButtonAndLinkShowIt)

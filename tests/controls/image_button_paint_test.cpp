@@ -261,30 +261,21 @@ TEST_F(ImageButtonPaint, CaptionsTakeTheirPlaceAndColour)
     Open(BS_PUSHBUTTON, L"H");
     button.SetColor(VButtonST::ColorFgOut, RGB(200, 0, 0), FALSE);
     button.SetColor(VButtonST::ColorFgIn, RGB(0, 0, 200), FALSE);
-    const auto inkBox = [](const DibSurface& drawn, COLORREF ink) {
-        CRect box(drawn.Width(), drawn.Height(), 0, 0);
-        for (int y = 0; y < drawn.Height(); ++y)
-            for (int x = 0; x < drawn.Width(); ++x)
-                if (drawn.Pixel(x, y) == ink)
-                    box.SetRect(std::min<int>(box.left, x), std::min<int>(box.top, y),
-                                std::max<int>(box.right, x + 1), std::max<int>(box.bottom, y + 1));
-        return box;
-    };
-    const CRect centred = inkBox(DrawnItem(button), RGB(200, 0, 0));
+    const CRect centred = InkBox(DrawnItem(button), RGB(200, 0, 0));
     ASSERT_FALSE(centred.IsRectEmpty());
     EXPECT_NEAR(centred.CenterPoint().x, 50, 2);
     CRect moved = centred;
     moved.OffsetRect(1, 1);
-    EXPECT_EQ(inkBox(DrawnItem(button, ODS_SELECTED), RGB(0, 0, 200)), moved);
+    EXPECT_EQ(InkBox(DrawnItem(button, ODS_SELECTED), RGB(0, 0, 200)), moved);
     // Disabled: embossed, the dark text where the caption is, the light one below it to the right.
     const DibSurface off = DrawnItem(button, ODS_DISABLED);
-    EXPECT_EQ(inkBox(off, ::GetSysColor(COLOR_3DSHADOW)), centred);
-    EXPECT_EQ(inkBox(off, ::GetSysColor(COLOR_3DHILIGHT)).BottomRight(), moved.BottomRight());
+    EXPECT_EQ(InkBox(off, ::GetSysColor(COLOR_3DSHADOW)), centred);
+    EXPECT_EQ(InkBox(off, ::GetSysColor(COLOR_3DHILIGHT)).BottomRight(), moved.BottomRight());
 
     button.SetAlign(3, FALSE);
-    const CRect left = inkBox(DrawnItem(button), RGB(200, 0, 0));
+    const CRect left = InkBox(DrawnItem(button), RGB(200, 0, 0));
     button.SetAlign(5, FALSE);
-    const CRect right = inkBox(DrawnItem(button), RGB(200, 0, 0));
+    const CRect right = InkBox(DrawnItem(button), RGB(200, 0, 0));
     EXPECT_LE(left.left, 4);
     EXPECT_GE(right.right, 95);
     EXPECT_EQ(left.top, centred.top);
@@ -293,8 +284,27 @@ TEST_F(ImageButtonPaint, CaptionsTakeTheirPlaceAndColour)
     button.SetAlign(4, FALSE);
     button.isToggle = TRUE;
     button.SetCheck(1, FALSE);
-    EXPECT_EQ(inkBox(DrawnItem(button), RGB(0, 0, 200)), centred);
+    EXPECT_EQ(InkBox(DrawnItem(button), RGB(0, 0, 200)), centred);
     EXPECT_TRUE(button.pressed);
+}
+
+TEST_F(ImageButtonPaint, ParentsPatternGoesOnBelow)
+{
+    CBrush hatch(HS_DIAGCROSS, RGB(30, 90, 150));
+    host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (message != WM_ERASEBKGND)
+            return {};
+        CDC::FromHandle(reinterpret_cast<HDC>(wParam))->FillRect(CRect(0, 0, 300, 200), &hatch);
+        return 1;
+    });
+    ASSERT_TRUE(host.Open({300, 200}, WS_POPUP | WS_CLIPCHILDREN));
+    const CRect place(21, 19, 121, 49); // no multiples of the pattern's 8 pixels
+    VFlatButton calm;
+    ASSERT_TRUE(calm.SubclassWindow(MakeStandard(host, BS_PUSHBUTTON, kButtonId, L"", place)));
+    DibSurface ground(300, 200);
+    ground.DC().FillRect(ground.Bounds(), &hatch);
+    const DibSurface shown = CaptureClient(calm.m_hWnd);
+    EXPECT_TRUE(AreasEqual(shown, shown.Bounds(), ground, place.TopLeft()));
 }
 
 TEST_F(ImageButtonPaint, TransparentButtonShowsItsParentsPicture)

@@ -293,8 +293,11 @@ TEST_F(ImageButton, HoversWhileFlatAndTheApplicationIsActive)
     EXPECT_TRUE(button.hovering);
     EXPECT_TRUE(leave());
 
-    button.SetFlat(FALSE, TRUE);
     MoveTo(over);
+    EXPECT_TRUE(button.hovering);
+    button.SetFlat(FALSE, TRUE);
+    EXPECT_FALSE(button.hovering);
+    MoveTo(over + CSize(1, 0));
     EXPECT_FALSE(button.hovering);
     EXPECT_TRUE(leave());
     button.SetFlat(TRUE, TRUE);
@@ -356,6 +359,32 @@ TEST_F(ImageButton, DisablingHandsTheFocusOn)
     EXPECT_EQ(::GetFocus(), host.m_hWnd);
 }
 
+TEST_F(ImageButton, FocusThatDestroysTheButtonEndsItAtOnce)
+{
+    ASSERT_TRUE(host.Open({300, 200}));
+    const HWND next = MakeStandard(host, WS_TABSTOP | BS_NOTIFY, 502, L"next", CRect(20, 60, 120, 90));
+    const struct {
+        int code;
+        CWnd& focused;
+        std::function<void()> moveFocus;
+    } cases[] = {{BN_SETFOCUS, host, [&] { button.SendMessage(WM_ENABLE, FALSE); }},
+                 {BN_KILLFOCUS, button, [&] { ::SetFocus(next); }}};
+    for (const auto& c : cases) {
+        Open(BS_PUSHBUTTON | BS_NOTIFY);
+        c.focused.SetFocus();
+        button.hovering = TRUE;
+        host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && HIWORD(wParam) == c.code)
+                ::DestroyWindow(button.m_hWnd);
+            return {};
+        });
+        c.moveFocus();
+        host.SetAnswer({});
+        EXPECT_EQ(button.m_hWnd, nullptr) << c.code;
+        EXPECT_TRUE(button.hovering) << c.code; // the object was not touched any more
+    }
+}
+
 TEST_F(ImageButton, DialogManagerCanMakeItTheDefault)
 {
     Open();
@@ -396,6 +425,10 @@ TEST_F(ImageButton, ShowsItsTooltip)
     EXPECT_TRUE(PumpUntil(visible));
     button.ActivateTooltip(FALSE);
     EXPECT_TRUE(PumpUntil([&] { return !visible(); }));
+    const HWND tip = button.toolTip.m_hWnd;
+    Close();
+    EXPECT_FALSE(::IsWindow(tip));
+    EXPECT_FALSE(button.PreTranslateMessage(nullptr));
 }
 
 TEST_F(ImageButton, ShowsItsCursor)

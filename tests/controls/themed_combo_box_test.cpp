@@ -189,4 +189,12 @@ TEST_F(ThemedComboBox, KeepsATipOfItsOwn)
     EXPECT_TRUE(PumpUntil([&] { return combo.m_toolTip.IsWindowVisible() != FALSE; }));
     combo.ActivateTooltip(FALSE);
     EXPECT_FALSE(combo.m_toolTip.IsWindowVisible());
+
+    const HWND tip = combo.m_toolTip.m_hWnd;
+    combo.DestroyWindow();
+    EXPECT_FALSE(::IsWindow(tip));
+    combo.InitToolTip();
+    combo.SetTooltipText(L"nowhere", TRUE);
+    EXPECT_EQ(combo.m_toolTip.m_hWnd, nullptr);
+    EXPECT_FALSE(combo.PreTranslateMessage(nullptr));
 }

@@ -107,6 +107,11 @@ TEST_F(ThemedControls, SetTextKeepsEverythingButTheText)
         EXPECT_EQ(text, L"new");
         list.GetItem(2, text);
         EXPECT_EQ(text, L"");
+        for (const int missing : {-1, 12}) {
+            text = L"former";
+            list.GetItem(missing, text);
+            EXPECT_EQ(text, L"") << missing;
+        }
         EXPECT_EQ(list.GetTopIndex(), top);
         EXPECT_EQ(multiple ? list.GetSel(1) > 0 : list.GetCurSel() == 1, true);
         EXPECT_EQ(multiple ? list.GetSel(2) > 0 : list.GetCurSel() == 2, false);
@@ -180,13 +185,18 @@ TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
     hoverItem(0);
     EXPECT_EQ(tipText(), L"直线");
     EXPECT_EQ(list.m_nTipItem, 0);
+    list.SetText(0, L"折线");
+    EXPECT_EQ(tipText(), L"");
+    MoveTo(CenterOf(list.m_hWnd));
+    hoverItem(0);
+    EXPECT_EQ(tipText(), L"折线");
     CRect client;
     list.GetClientRect(client);
     MoveTo(ClientToScreen(list.m_hWnd, {5, client.bottom - 3})); // below the last item
     EXPECT_EQ(tipText(), L"");
     EXPECT_EQ(list.m_nTipItem, -1);
     hoverItem(0);
-    EXPECT_EQ(tipText(), L"直线");
+    EXPECT_EQ(tipText(), L"折线");
     MoveTo(CenterOf(::GetDlgItem(dlg.m_hWnd, kOtherId)));
     EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() == FALSE; }));
 
@@ -224,7 +234,6 @@ TEST_F(ThemedControls, DialogReplacesItsControlsAndMarksTheTippedCombo)
     CString text;
     dlg.GetToolTipCtrl().GetText(text, &combo);
     EXPECT_EQ(text, L"tip");
-    combo.Invalidate();
     ExpectComboFace(combo, false, RGB(255, 0, 0));
     combo.EnableWindow(FALSE);
     ExpectDisabledFrame(combo, dlg.GetBkClr());
