@@ -2,6 +2,7 @@
 
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/lingering.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -43,10 +44,16 @@ public:
             onDeactive();
         return mayLeave;
     }
-    void OnDestroyP() override { log += m_hWnd != nullptr ? 'x' : '!'; }
+    void OnDestroyP() override
+    {
+        log += m_hWnd != nullptr ? 'x' : '!';
+        if (onDestroy)
+            onDestroy();
+    }
 
     std::function<void()> onActivate;
     std::function<void()> onDeactive;
+    std::function<void()> onDestroy;
     std::string log;
     int mayLeave = 1;
 };
@@ -214,7 +221,9 @@ TEST_F(TabPages, PagesAreCreatedAgainAndDestroyedWithTheControl)
     TestPage& broken = Add(L"broken", 1, 4712);
     tabs.SetActive(0);
     tabs.EnsureInitialized(1);
-    const HWND first = pages[0]->m_hWnd;
+    constexpr LPCWSTR kMark = L"the first window";
+    for (const int page : {0, 1})
+        ::SetPropW(pages[page]->m_hWnd, kMark, pages[page]->m_hWnd);
     EXPECT_FALSE(pages[1]->IsWindowVisible());
     pages[0]->log.clear();
     pages[0]->mayLeave = 0; // has no say in it
@@ -222,7 +231,8 @@ TEST_F(TabPages, PagesAreCreatedAgainAndDestroyedWithTheControl)
     EXPECT_EQ(pages[0]->log, "xa");
     EXPECT_EQ(pages[1]->log, "x");
     EXPECT_EQ(pages[2]->m_hWnd, nullptr);
-    EXPECT_FALSE(::IsWindow(first) && pages[0]->m_hWnd == nullptr);
+    for (const int page : {0, 1})
+        EXPECT_EQ(::GetPropW(pages[page]->m_hWnd, kMark), nullptr) << page;
     EXPECT_EQ(Shown(), 0);
     pages[0]->mayLeave = 1;
 
@@ -235,6 +245,94 @@ TEST_F(TabPages, PagesAreCreatedAgainAndDestroyedWithTheControl)
     EXPECT_EQ(pages[1]->log.back(), 'x');
     EXPECT_EQ(pages[1]->m_hWnd, nullptr);
     EXPECT_EQ(tabs.GetPageNum(), 0);
+}
+
+TEST_F(TabPages, APageMayShowAnotherOneWhenItIsDestroyed)
+{
+    AddThree();
+    tabs.SetActive(0);
+    pages[0]->onDestroy = [&] { tabs.SetActive(2); };
+    tabs.ReInitPage(0);
+    EXPECT_EQ(Shown(), 2);
+    EXPECT_EQ(tabs.GetActive(), 2);
+    EXPECT_NE(pages[0]->m_hWnd, nullptr);
+    tabs.DestroyWindow();
+    EXPECT_EQ(tabs.GetActive(), -1);
+}
+
+TEST_F(TabPages, AControlWithAWindowLeavesNothingWhenItsObjectGoes)
+{
+    TestPage page;
+    HWND window = nullptr;
+    {
+        TestTabs brief;
+        ASSERT_TRUE(brief.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId + 1));
+        brief.AddPage(L"A", &page, 1, 0, 1);
+        window = brief.m_hWnd;
+    }
+    EXPECT_EQ(page.log, "x");
+    EXPECT_FALSE(::IsWindow(window));
+}
+
+namespace
+{
+
+// A modeless dialog whose object goes with its window.
+struct GoingHost : CWnd {
+    TestTabs tabs;
+    void PostNcDestroy() override { delete this; }
+};
+
+} // namespace
+
+TEST_F(TabPages, APageMayCloseAHostThatDeletesItself)
+{
+    using Hook = std::function<void()> TestPage::*;
+    const auto select = [](TestTabs& control) {
+        NMHDR header{control.m_hWnd, kTabId, TCN_SELCHANGE};
+        control.GetParent()->SendMessage(WM_NOTIFY, kTabId, reinterpret_cast<LPARAM>(&header));
+    };
+    const auto size = [](TestTabs& control) {
+        control.SetWindowPos(nullptr, 0, 0, 280, 180, SWP_NOMOVE | SWP_NOZORDER);
+    };
+    const struct {
+        const char* name;
+        Hook hook;
+        std::function<void(TestTabs&)> act;
+    } cases[] = {
+        {"left for another page", &TestPage::onDeactive, [](TestTabs& control) { control.SetActive(1); }},
+        {"left when disabled", &TestPage::onDeactive, [](TestTabs& control) { control.EnablePage(0, 0); }},
+        {"left when sized", &TestPage::onDeactive, size},
+        {"left by a click", &TestPage::onDeactive, select},
+        {"shown when sized", &TestPage::onActivate, size},
+        {"shown by a click", &TestPage::onActivate, select},
+        {"shown anew", &TestPage::onActivate, [](TestTabs& control) { control.ReInitAllPages(); }},
+        {"destroyed", &TestPage::onDestroy, [](TestTabs& control) { control.ReInitPage(0); }},
+        {"destroyed with all", &TestPage::onDestroy, [](TestTabs& control) { control.ReInitAllPages(); }},
+        {"destroyed with the control", &TestPage::onDestroy,
+         [](TestTabs& control) { control.DestroyWindow(); }},
+    };
+    for (const auto& item : cases) {
+        SCOPED_TRACE(item.name);
+        TestPage first, second;
+        auto* const going = new Lingering<GoingHost>;
+        ASSERT_TRUE(going->CreateEx(0, AfxRegisterWndClass(0), L"", WS_POPUP | WS_VISIBLE,
+                                    CRect(0, 0, 400, 300), nullptr, 0));
+        ASSERT_TRUE(going->tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), going, kTabId));
+        for (TestPage* const page : {&first, &second})
+            going->tabs.AddPage(L"page", page, 1, 0, 1);
+        going->tabs.SetActive(0);
+        going->tabs.SetFunction([](int tab) { g_changes.push_back(tab); });
+        const HWND window = going->m_hWnd;
+        first.*item.hook = [window] { ::DestroyWindow(window); };
+        item.act(going->tabs);
+        EXPECT_FALSE(::IsWindow(window));
+        EXPECT_TRUE(g_changes.empty());
+        if (item.hook == &TestPage::onDestroy) {
+            EXPECT_EQ(first.log, "ax") << "told once";
+        }
+        EXPECT_TRUE(Lingering<GoingHost>::IsUntouched());
+    }
 }
 
 TEST_F(TabPages, SizingShowsThePageAgainUnlessItRefuses)
@@ -276,6 +374,18 @@ TEST_F(TabPages, OutDrivenModeShowsTheTitleBandAndIgnoresClicks)
     EXPECT_EQ(shown.Pixel(290, 2), RGB(208, 228, 247));
     EXPECT_GT(shown.Count(VGM.Outline.clrTitleText, CRect(2, 2, 100, 23)), 10);
     CRect place;
+    pages[0]->GetWindowRect(place);
+    tabs.ScreenToClient(place);
+    EXPECT_EQ(place, CRect(1, 25, 299, 199));
+
+    // The other mode takes the shown page along.
+    tabs.SetCurSel(2);
+    tabs.SetOutDrivenMode(0);
+    EXPECT_EQ(tabs.GetCurSel(), 0);
+    pages[0]->GetWindowRect(place);
+    tabs.ScreenToClient(place);
+    EXPECT_EQ(place, CRect(4, tab.Height() + 4, 296, 196));
+    tabs.SetOutDrivenMode(1);
     pages[0]->GetWindowRect(place);
     tabs.ScreenToClient(place);
     EXPECT_EQ(place, CRect(1, 25, 299, 199));

@@ -136,20 +136,20 @@ void VTabCtrl::Draw(CDC& dc)
     const int selected = GetCurSel();
     for (int item = 0; item < GetItemCount(); ++item) {
         if (item != selected)
-            DrawTab(dc, item, false);
+            DrawTab(dc, item, false, body.top);
     }
     if (selected >= 0)
-        DrawTab(dc, selected, true);
+        DrawTab(dc, selected, true, body.top);
 }
 
-void VTabCtrl::DrawTab(CDC& dc, int item, bool selected)
+void VTabCtrl::DrawTab(CDC& dc, int item, bool selected, LONG bodyTop)
 {
     CRect tab;
     if (!GetItemRect(item, tab))
         return;
     if (!selected)
         tab.top += kRaise;
-    if (tab.bottom < GetBodyRect().top)
+    if (tab.bottom < bodyTop)
         tab.bottom += kRaise; // down to the next row
     else if (selected)
         ++tab.bottom; // the tab is open towards its page

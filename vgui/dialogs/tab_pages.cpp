@@ -1,11 +1,13 @@
 #include "vgui/dialogs/tab_pages.h"
 
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/foundation/library_instance.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -25,12 +27,13 @@ LONG DrawTitleBitmap(CDC& dc, HBITMAP bitmap, const CRect& band)
     BITMAP info{};
     if (bitmap == nullptr || ::GetObject(bitmap, sizeof(info), &info) == 0)
         return band.left;
+    const int width = std::clamp<int>(band.Width(), 0, info.bmWidth);
     const int height = std::min(static_cast<int>(info.bmHeight), band.Height());
     const VOwnedMemoryDC memory(::CreateCompatibleDC(dc.m_hDC));
     const VSelectScope selected(memory.Get(), bitmap);
-    ::BitBlt(dc.m_hDC, band.left, band.top + (band.Height() - height) / 2, info.bmWidth, height, memory.Get(),
-             0, 0, SRCCOPY);
-    return band.left + info.bmWidth + kTitleMargin;
+    ::BitBlt(dc.m_hDC, band.left, band.top + (band.Height() - height) / 2, width, height, memory.Get(), 0, 0,
+             SRCCOPY);
+    return band.left + width + kTitleMargin;
 }
 
 // The font of a window in bold.
@@ -45,16 +48,25 @@ void CreateBoldFont(CFont& bold, const CWnd& window)
     }
 }
 
-// Sets a flag for the length of a block.
+// Sets a control's flag for the length of a block, at most as long as there is the control.
 class FlagScope
 {
 public:
-    explicit FlagScope(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~FlagScope() { m_flag = false; }
+    FlagScope(const CWnd& control, bool& flag) : m_control(&control), m_window(control.m_hWnd), m_flag(flag)
+    {
+        m_flag = true;
+    }
+    ~FlagScope()
+    {
+        if (VGIsAttached(m_control, m_window))
+            m_flag = false;
+    }
     FlagScope(const FlagScope&) = delete;
     FlagScope& operator=(const FlagScope&) = delete;
 
 private:
+    const CWnd* m_control;
+    HWND m_window;
     bool& m_flag;
 };
 
@@ -108,6 +120,12 @@ BEGIN_MESSAGE_MAP(VTabDlgCtrl, VTabCtrl)
     ON_WM_SIZE()
     ON_WM_DESTROY()
 END_MESSAGE_MAP()
+
+VTabDlgCtrl::~VTabDlgCtrl()
+{
+    // Now, while the pages can still be told.
+    DestroyWindow();
+}
 
 void VTabDlgCtrl::PreSubclassWindow()
 {
@@ -225,6 +243,7 @@ void VTabDlgCtrl::EnablePage(int page, int enable, int* nextActive)
     data.bEnabled = !data.bEnabled;
     if (m_hWnd == nullptr)
         return;
+    const HWND self = m_hWnd;
     const int item = MapPageToTabItem(page);
     if (!data.bEnabled) {
         DeleteItem(item);
@@ -233,7 +252,7 @@ void VTabDlgCtrl::EnablePage(int page, int enable, int* nextActive)
     } else {
         InsertItem(item, data.strTitle);
     }
-    if (!HasWindow(m_nActive))
+    if (!VGIsAttached(this, self) || !HasWindow(m_nActive))
         return;
     // A tab that comes or goes before the active page's tab moves the latter.
     if (m_pages[m_nActive]->bEnabled)
@@ -269,11 +288,16 @@ void VTabDlgCtrl::SetActive(int page)
 
 void VTabDlgCtrl::SetOutDrivenMode(int outDriven)
 {
+    const bool tabsComeBack = m_bOutDriven != 0 && outDriven == 0;
     m_bOutDriven = outDriven;
     if (m_hWnd == nullptr)
         return;
     ShowScrollArrows(outDriven == 0);
+    // Clicks that had no effect have moved the selection.
+    if (tabsComeBack && IsPageEnabled(m_nActive))
+        SetCurSel(MapPageToTabItem(m_nActive));
     Invalidate();
+    PlacePage();
 }
 
 void VTabDlgCtrl::OnTabsChanged()
@@ -302,19 +326,18 @@ int VTabDlgCtrl::DeactivePage()
         return 1;
     if (m_bLeaving)
         return 0;
-    VTabPage* const page = m_pages[m_nActive]->pPage;
+    const HWND self = m_hWnd;
     {
-        const FlagScope leaving(m_bLeaving);
-        if (page->OnDeactive() == 0)
+        const FlagScope leaving(*this, m_bLeaving);
+        if (m_pages[m_nActive]->pPage->OnDeactive() == 0)
             return 0;
     }
-    // The page's own code may have closed the control.
-    if (!IsPage(m_nActive))
-        return 1;
-    page->ShowWindow(SW_HIDE);
-    m_nActive = -1;
+    if (!VGIsAttached(this, self))
+        return 0;
     InvalidateTitle();
-    return 1;
+    if (const int left = std::exchange(m_nActive, -1); HasWindow(left))
+        m_pages[left]->pPage->ShowWindow(SW_HIDE);
+    return VGIsAttached(this, self) ? 1 : 0;
 }
 
 void VTabDlgCtrl::ActivePage(int page)
@@ -329,25 +352,37 @@ bool VTabDlgCtrl::ShowPage(int page)
     // Pages that show each other without end: the first one does not come again.
     if (!IsPage(page) || m_bActivating[page])
         return false;
+    const HWND self = m_hWnd;
     if (!DeactivePage())
-        return m_hWnd != nullptr;
+        return VGIsAttached(this, self);
     EnsureInitialized(page);
+    if (!VGIsAttached(this, self))
+        return false;
     if (!HasWindow(page))
-        return m_hWnd != nullptr;
+        return true;
     {
-        const FlagScope activating(m_bActivating[page]);
+        const FlagScope activating(*this, m_bActivating[page]);
         m_pages[page]->pPage->OnActivate();
     }
-    if (!HasWindow(page) || m_nActive >= 0)
+    if (!VGIsAttached(this, self) || !HasWindow(page) || m_nActive >= 0)
         return false;
-    const CRect rect = GetPageRect();
-    VTabPage& shown = *m_pages[page]->pPage;
-    shown.SetWindowPos(nullptr, rect.left, rect.top, std::max(rect.Width(), 0), std::max(rect.Height(), 0),
-                       SWP_NOZORDER | SWP_NOACTIVATE);
-    shown.ShowWindow(SW_SHOW);
+    const auto isStillShown = [&] { return VGIsAttached(this, self) && m_nActive == page; };
     m_nActive = page;
     InvalidateTitle();
-    return true;
+    PlacePage();
+    if (isStillShown())
+        m_pages[page]->pPage->ShowWindow(SW_SHOW);
+    return isStillShown();
+}
+
+// Moves the active page to where pages are shown.
+void VTabDlgCtrl::PlacePage()
+{
+    if (!HasWindow(m_nActive))
+        return;
+    const CRect rect = GetPageRect();
+    m_pages[m_nActive]->pPage->SetWindowPos(nullptr, rect.left, rect.top, std::max(rect.Width(), 0),
+                                            std::max(rect.Height(), 0), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void VTabDlgCtrl::InvalidateTitle()
@@ -382,21 +417,26 @@ void VTabDlgCtrl::EnsureInitialized(int page)
 
 void VTabDlgCtrl::DestroyPage(int page)
 {
-    if (!HasWindow(page))
+    if (!HasWindow(page) || m_bDestroying[page])
         return;
-    VTabPage& gone = *m_pages[page]->pPage;
-    gone.OnDestroyP();
-    if (gone.m_hWnd != nullptr)
-        gone.DestroyWindow();
+    const HWND self = m_hWnd;
+    {
+        const FlagScope destroying(*this, m_bDestroying[page]);
+        m_pages[page]->pPage->OnDestroyP();
+    }
+    if (VGIsAttached(this, self) && HasWindow(page))
+        m_pages[page]->pPage->DestroyWindow();
 }
 
 void VTabDlgCtrl::ReInitPage(int page)
 {
     if (!HasWindow(page))
         return;
-    const bool active = page == m_nActive;
+    const HWND self = m_hWnd;
     DestroyPage(page);
-    if (!active) {
+    if (!VGIsAttached(this, self))
+        return;
+    if (page != m_nActive) {
         EnsureInitialized(page);
         return;
     }
@@ -407,7 +447,8 @@ void VTabDlgCtrl::ReInitPage(int page)
 
 void VTabDlgCtrl::ReInitAllPages()
 {
-    for (int page = 0; page < m_nPageCount; ++page)
+    const HWND self = m_hWnd;
+    for (int page = 0; VGIsAttached(this, self) && page < m_nPageCount; ++page)
         ReInitPage(page);
 }
 
@@ -419,10 +460,12 @@ BOOL VTabDlgCtrl::OnSelchange(NMHDR*, LRESULT* pResult)
     const int item = GetCurSel();
     if (m_bOutDriven || item < 0)
         return FALSE;
+    const HWND self = m_hWnd;
     ActivePage(MapTabItemToPage(item));
-    if (m_pfnChanged != nullptr)
+    if (VGIsAttached(this, self) && m_pfnChanged != nullptr)
         m_pfnChanged(item);
-    return FALSE;
+    // A dialog that went with the control is told no more.
+    return !VGIsAttached(this, self);
 }
 
 void VTabDlgCtrl::OnSize(UINT nType, int cx, int cy)
@@ -440,13 +483,21 @@ void VTabDlgCtrl::OnSize(UINT nType, int cx, int cy)
 
 void VTabDlgCtrl::OnDestroy()
 {
+    const HWND self = m_hWnd;
     VTabCtrl::OnDestroy();
     m_nActive = -1;
-    for (int page = 0; page < m_nPageCount; ++page)
+    m_bLeaving = false;
+    m_bActivating.fill(false);
+    for (int page = 0; page < m_nPageCount; ++page) {
         DestroyPage(page);
+        if (!VGIsAttached(this, self))
+            return;
+    }
     for (auto& data : m_pages)
         data.reset();
     m_nPageCount = 0;
+    m_nActive = -1; // a page may have shown another one
+    m_bDestroying.fill(false);
 }
 
 // --- the title band
@@ -497,6 +548,5 @@ void VTabDlgCtrl::DrawTitle(CDC* pDC, const CRect& rect)
     const VTextColorScope color(pDC->m_hDC, VGM.Outline.clrTitleText);
     band.DeflateRect(kTitleMargin, 0);
     band.left = DrawTitleBitmap(*pDC, page.hBitmap, band);
-    CString title = page.strTitle;
-    pDC->DrawText(title, band, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
+    pDC->DrawText(page.strTitle, band, DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
 }

@@ -45,7 +45,8 @@ protected:
     int m_nDrawingStyle = VGTabGradient;
 
 private:
-    void DrawTab(CDC& dc, int item, bool selected);
+    // bodyTop: the upper edge of the page's frame.
+    void DrawTab(CDC& dc, int item, bool selected, LONG bodyTop);
     void FillTab(CDC& dc, const CRect& tab, bool selected) const;
     void DrawCaption(CDC& dc, int item, const CRect& tab);
     [[nodiscard]] LONG DrawItemImage(CDC& dc, int image, const CRect& room) const;
@@ -105,7 +106,8 @@ struct VGUI_API PageStruct {
 //
 // Pages are counted from 0 in the order in which they were added; functions that take a page do nothing for
 // one that does not exist. The page objects are the host's and must outlive the control's window, which
-// destroys their windows with itself.
+// destroys their windows with itself; as members they are declared before the control. What a page does when
+// it is told of something may close and free all of them.
 class VGUI_API VTabDlgCtrl : public VTabCtrl
 {
     DECLARE_DYNAMIC(VTabDlgCtrl)
@@ -114,6 +116,7 @@ public:
     static constexpr int MaxPages = 20;
 
     VTabDlgCtrl() = default;
+    ~VTabDlgCtrl() override;
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
@@ -137,6 +140,8 @@ public:
 
     // Called with the tab's index, not the page's, after a click on a tab. Null for none.
     void SetFunction(void (*callback)(int)) { m_pfnChanged = callback; }
+    // Changes between tabs (0) and title band; the shown page takes its place below them. The tabs come back
+    // with the active page's one selected.
     void SetOutDrivenMode(int outDriven);
 
     // The record of a page; an empty one when there is no such page. Valid until the control is destroyed.
@@ -152,7 +157,7 @@ protected:
     // Shows a page in place of the active one; its window is created if need be. When that fails, no page is
     // active.
     void ActivePage(int page);
-    // Hides the active page. 0 when it refuses.
+    // Hides the active page. 0 when it refuses, or has destroyed the control.
     int DeactivePage();
     int MapTabItemToPage(int item) const;
     int MapPageToTabItem(int page) const;
@@ -188,6 +193,7 @@ private:
     void InsertTabs();
     void ShowScrollArrows(bool show);
     [[nodiscard]] bool ShowPage(int page);
+    void PlacePage();
     void ReplaceActivePage(int page, const int* nextActive);
     void DestroyPage(int page);
     void InvalidateTitle();
@@ -196,4 +202,5 @@ private:
 
     bool m_bLeaving = false;                    // the active page is being asked
     std::array<bool, MaxPages> m_bActivating{}; // the page's OnActivate is running
+    std::array<bool, MaxPages> m_bDestroying{}; // the page's OnDestroyP is running
 };
