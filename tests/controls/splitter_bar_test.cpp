@@ -34,6 +34,17 @@ public:
     using CSplitterBar::mostLow;
 };
 
+// A pane that does something when it is moved.
+struct Meddler : CStatic {
+    std::function<void()> onMoved;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_WINDOWPOSCHANGED && onMoved)
+            std::exchange(onMoved, nullptr)();
+        return CStatic::WindowProc(message, wParam, lParam);
+    }
+};
+
 // A host of 300 by 200 with two panes that leave 6 pixels for the bar.
 class SplitterBar : public CensusTest
 {
@@ -249,15 +260,7 @@ TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
 TEST_F(SplitterBar, BothPanesAreMeasuredBeforeEitherIsMoved)
 {
     Open(FALSE);
-    struct Meddler : CStatic {
-        std::function<void()> onMoved;
-        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
-        {
-            if (message == WM_WINDOWPOSCHANGED && onMoved)
-                std::exchange(onMoved, nullptr)();
-            return CStatic::WindowProc(message, wParam, lParam);
-        }
-    } first;
+    Meddler first;
     ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, Place(pane1), &host));
     bar->SetPanes(&first, &pane2);
     const auto moveBar = [&](int left) { bar->MoveWindow(left, 10, 6, 180); };
@@ -294,6 +297,35 @@ TEST_F(SplitterBar, SurvivesWhatTheParentDoesWhenTold)
     EXPECT_EQ(bar, nullptr);
     EXPECT_EQ(Place(pane2).left, 106);
     host.SetAnswer({});
+}
+
+TEST_F(SplitterBar, APaneMayDestroyTheBarWhenItIsMoved)
+{
+    Open(FALSE);
+    Meddler first;
+    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, Place(pane1), &host));
+    bar->SetPanes(&first, &pane2);
+    first.onMoved = [&] { bar.reset(); };
+    DragTo({100, 10});
+    EXPECT_EQ(bar, nullptr);
+    EXPECT_EQ(Place(pane2).left, 106);
+    const RecordedMessages told = host.Messages(kMovedHorizontal);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].wParam, kBarId);
+}
+
+TEST_F(SplitterBar, ABarThatGoesInADragTakesItsPictureAlong)
+{
+    Open(FALSE);
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    MoveTo(OnScreen({140, 50}));
+    Press();
+    MoveTo(OnScreen({200, 50}));
+    const CRect picture(200, 10, 206, 190);
+    ASSERT_FALSE(AreasEqual(CaptureClient(host.m_hWnd), picture, before, picture.TopLeft()));
+    bar.reset();
+    EXPECT_TRUE(AreasEqual(CaptureClient(host.m_hWnd), picture, before, picture.TopLeft()));
+    Release();
 }
 
 TEST_F(SplitterBar, WorksWithoutPanesParentOrWindow)

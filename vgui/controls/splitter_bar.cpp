@@ -80,9 +80,15 @@ CSplitterBar::CSplitterBar(DWORD color)
 {
 }
 
+CSplitterBar::~CSplitterBar()
+{
+    // Now, while a drag's picture can still be taken off.
+    DestroyWindow();
+}
+
 BOOL CSplitterBar::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID, BOOL bHorizontal)
 {
-    if (pParentWnd->GetSafeHwnd() == nullptr || m_hWnd != nullptr)
+    if (pParentWnd == nullptr || pParentWnd->m_hWnd == nullptr || m_hWnd != nullptr)
         return FALSE;
     horizontal = bHorizontal;
     return CWnd::Create(nullptr, _T(""), dwStyle, rect, pParentWnd, nID);
@@ -99,9 +105,10 @@ int CSplitterBar::OnCreate(LPCREATESTRUCT lpCreateStruct)
 
 void CSplitterBar::SetPanes(CWnd* newPane1, CWnd* newPane2)
 {
-    pane1 = newPane1->GetSafeHwnd();
-    pane2 = newPane2->GetSafeHwnd();
-    if (m_hWnd == nullptr)
+    pane1 = newPane1 != nullptr ? newPane1->m_hWnd : nullptr;
+    pane2 = newPane2 != nullptr ? newPane2->m_hWnd : nullptr;
+    const HWND self = m_hWnd;
+    if (self == nullptr)
         return;
     if (::IsWindow(pane1) && ::IsWindow(pane2)) {
         const CWnd& parent = *GetParent();
@@ -115,7 +122,8 @@ void CSplitterBar::SetPanes(CWnd* newPane1, CWnd* newPane2)
                              std::max(first.top, second.bottom)));
         MovePanes();
     }
-    GetMostCoordForPanes();
+    if (CWnd::FromHandlePermanent(self) == this)
+        GetMostCoordForPanes();
 }
 
 void CSplitterBar::SetPanesMiniSize(int min1, int min2)
@@ -129,12 +137,12 @@ void CSplitterBar::SetOutDriveMode(BOOL outDrive)
     outDriveMode = outDrive;
 }
 
-BOOL CSplitterBar::GetOutDriveMode()
+BOOL CSplitterBar::GetOutDriveMode() const
 {
     return outDriveMode;
 }
 
-BOOL CSplitterBar::IsCursorOverSplitter(const CPoint& screenPoint)
+BOOL CSplitterBar::IsCursorOverSplitter(const CPoint& screenPoint) const
 {
     if (m_hWnd == nullptr)
         return FALSE;
@@ -281,10 +289,13 @@ void CSplitterBar::Drop(CPoint point)
     OnPaint();
     dragging = FALSE;
     ::ReleaseCapture();
+    // The bar may be gone once a pane has been moved.
+    const HWND parent = ::GetParent(m_hWnd);
+    const UINT message = horizontal ? VGSplitterMovedVertical : VGSplitterMovedHorizontal;
+    const auto id = static_cast<WPARAM>(GetDlgCtrlID());
     if (!outDriveMode)
         MovePanes();
-    const UINT message = horizontal ? VGSplitterMovedVertical : VGSplitterMovedHorizontal;
-    GetParent()->SendMessage(message, static_cast<WPARAM>(GetDlgCtrlID()), movement);
+    ::SendMessage(parent, message, id, movement);
 }
 
 // The bar's new place in screen coordinates. Where the limits cross, the upper one holds.

@@ -30,13 +30,15 @@ class VGUI_API CSplitterBar : public CWnd
 public:
     // color: the bar's centre line; 0 for a bar that paints nothing.
     explicit CSplitterBar(DWORD color = ::GetSysColor(COLOR_BTNSHADOW));
+    ~CSplitterBar() override;
 
     // Creates the window. rect is in the parent's client coordinates; bHorizontal: the bar lies across and
     // moves up and down. FALSE when there is no parent or the window cannot be created.
     BOOL Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID, BOOL bHorizontal);
 
     // Sets the left (upper) and the right (lower) pane, both children of the bar's parent, fits the bar
-    // between them and the panes to the bar. With a pane missing (null) nothing is moved now.
+    // between them and the panes to the bar. With a pane missing (null) nothing is moved now. Before the bar
+    // has a window the panes are only remembered: call it again afterwards.
     void SetPanes(CWnd* pane1, CWnd* pane2);
     // The least sizes of the panes along the drag's direction; negative ones count as 0. Used from the next
     // drag on. Without a pane the parent's client area bounds the bar on that side.
@@ -45,10 +47,10 @@ public:
     // TRUE: the bar may be dropped anywhere and leaves the panes alone; the parent lays them out when it is
     // told of the movement.
     void SetOutDriveMode(BOOL outDrive);
-    BOOL GetOutDriveMode();
+    BOOL GetOutDriveMode() const;
 
     // Whether a point in screen coordinates lies on the bar. FALSE without a window.
-    BOOL IsCursorOverSplitter(const CPoint& screenPoint);
+    BOOL IsCursorOverSplitter(const CPoint& screenPoint) const;
     // Sizes the panes so that they meet the bar.
     void MovePanes();
     // Inverts the bar's picture on the parent, with its leading edge at a point in the bar's client
