@@ -186,6 +186,7 @@ TEST_F(Outline, TitleIsBoldAndTextsAreDrawn)
     EXPECT_GT(shown.Count(VGM.Outline.clrTitleText, CRect(12, 1, 98, 19)), 10);
     EXPECT_EQ(shown.Count(VGM.Outline.clrTitleText, CRect(1, 1, 12, 19)), 0);
     EXPECT_GT(shown.Count(RGB(0, 0, 0), CRect(2, 32, 98, 62)), 10);
+    outline.SendMessage(WM_PRINTCLIENT, 0, 0); // nothing to print on
 }
 
 TEST_F(Outline, BitmapsGoWithTheWindow)

@@ -1,5 +1,6 @@
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/lingering.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -35,7 +36,7 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(host.Open());
-        grid = std::make_unique<OpenGrid>();
+        grid.reset(new Lingering<OpenGrid>);
         const HWND window =
             ::CreateWindowExW(0, WC_LISTVIEWW, L"", kGridStyle, 10, 10, 260, 140, host.m_hWnd,
                               reinterpret_cast<HMENU>(UINT_PTR{kId}), ::AfxGetInstanceHandle(), nullptr);
@@ -214,6 +215,12 @@ TEST_F(PropertyGrid, WhatMovesCellsStoresTheTextFirst)
     } cases[] = {
         {"scrolling", [](OpenGrid& grid) { grid.SendMessage(WM_VSCROLL, SB_LINEDOWN); }, 1},
         {"wheel", [](OpenGrid& grid) { grid.SendMessage(WM_MOUSEWHEEL, MAKELONG(0, 120)); }, 1},
+        {"scrolling by the host",
+         [](OpenGrid& grid) {
+             grid.Scroll({0, 100});
+         },
+         1},
+        {"scrolling up to a row", [](OpenGrid& grid) { grid.EnsureVisible(kRows - 1, FALSE); }, 1},
         {"inserting", [](OpenGrid& grid) { grid.InsertItem(0, L"new"); }, 2},
         {"deleting", [](OpenGrid& grid) { grid.DeleteItem(0); }, 0},
     };
@@ -236,6 +243,50 @@ TEST_F(PropertyGrid, WhatMovesCellsStoresTheTextFirst)
     grid->StartEdit(2, 1);
     grid->DeleteAllItems();
     ExpectEditing(-1, -1);
+}
+
+TEST_F(PropertyGrid, TheEditorFollowsItsCell)
+{
+    grid->StartEdit(2, 1);
+    CFont font;
+    font.CreatePointFont(160, L"宋体");
+    const int before = CellRect(2, 1).top;
+    grid->SetFont(&font);
+    ASSERT_NE(CellRect(2, 1).top, before);
+    ExpectEditing(2, 1);
+    EXPECT_EQ(grid->m_edit.GetFont()->m_hObject, font.m_hObject);
+    grid->SetFont(nullptr);
+
+    // A key that scrolls the list as far as its last row, with which the first ones go.
+    const auto scrollBy = [&](UINT key) { grid->SendMessage(WM_KEYDOWN, key, 0); };
+    grid->StartEdit(kRows - 2, 1);
+    const int shown = CellRect(kRows - 2, 1).top;
+    scrollBy(VK_END);
+    ASSERT_NE(CellRect(kRows - 2, 1).top, shown);
+    ExpectEditing(kRows - 2, 1);
+    grid->m_edit.SetWindowText(L"stored");
+    scrollBy(VK_HOME);
+    ASSERT_EQ(grid->GetTopIndex(), 0);
+    ExpectEditing(kRows - 2, 1);
+    grid->StartEdit(0, 1);
+    EXPECT_EQ(grid->GetItemText(kRows - 2, 1), L"stored");
+    grid->m_edit.SetWindowText(L"stored, too");
+    scrollBy(VK_END);
+    ExpectEditing(-1, -1); // and not on the header
+    EXPECT_EQ(grid->GetItemText(0, 1), L"stored, too");
+}
+
+TEST_F(PropertyGrid, TheHostMayDestroyItWhenItIsTold)
+{
+    host.SetAnswer([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == NM_DBLCLK)
+            grid.reset();
+        return {};
+    });
+    DoubleClick(Inside(1, 1));
+    EXPECT_EQ(grid, nullptr);
+    EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());
+    host.SetAnswer({});
 }
 
 TEST_F(PropertyGrid, CellsScrollIntoView)

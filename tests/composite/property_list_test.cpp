@@ -438,6 +438,17 @@ TEST_F(PropertyList, RemovedRowsTakeTheirTextsAndTheEditorAlong)
     EXPECT_EQ(TakePosted(), std::vector<Posted>());
 }
 
+TEST_F(PropertyList, TheTextOfAnItemIsNotItsRow)
+{
+    AddPlain(3);
+    for (const int row : {0, 2}) {
+        list->SetText(row, L"");
+        EXPECT_EQ(list->GetCount(), 3);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(list->GetItemName(i), L"n" + CString(static_cast<wchar_t>(L'0' + i)));
+    }
+}
+
 TEST_F(PropertyList, ALostEditorStoresNothingAndIsMadeAgain)
 {
     AddPlain(3);

@@ -329,6 +329,24 @@ TEST_F(TipWindow, DrawsBordersTextsAndShadow)
     }
 }
 
+TEST_F(TipWindow, TextsMayChangeWhileItIsShownOrWaits)
+{
+    tip.SetTipText(L"", L"old");
+    ASSERT_TRUE(tip.ShowTipWindow(OnScreen({40, 50}), 0, kLong));
+    tip.SetTipText(L"", L"the first line\nthe second");
+    tip.Expire(kShowTimer);
+    const int line = Extent(L"the", tip.m_fontNormal).cy;
+    EXPECT_EQ(tip.m_rcClient.Height(), 2 * line);
+
+    // A title that comes now pushes the body down.
+    const COLORREF ink = RGB(120, 0, 0);
+    tip.SetTipColors(RGB(255, 250, 200), ink);
+    tip.SetTipText(L"Title", L"body", TRUE);
+    const CRect below(2, Extent(L"Title", tip.m_fontBold).cy, tip.m_rcClient.right - 2, 2 * line - 1);
+    EXPECT_GT(CaptureWindow(tip.m_hWnd).Count(ink, below), 10);
+    tip.SendMessage(WM_PRINTCLIENT, 0, 0); // nothing to print on
+}
+
 TEST_F(TipWindow, ShadowsOnASurface)
 {
     const COLORREF ground = RGB(70, 100, 200);

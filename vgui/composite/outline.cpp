@@ -6,6 +6,7 @@
 #include "vgui/foundation/gui_manager.h"
 
 #include <iterator>
+#include <utility>
 
 namespace
 {
@@ -106,7 +107,8 @@ LRESULT VOutlineEx::OnPrintClient(WPARAM wParam, LPARAM /*lParam*/)
 {
     CRect client;
     GetClientRect(client);
-    Draw(*CDC::FromHandle(reinterpret_cast<HDC>(wParam)), client);
+    if (CDC* const dc = CDC::FromHandle(reinterpret_cast<HDC>(wParam)))
+        Draw(*dc, client);
     return 0;
 }
 

@@ -1,4 +1,6 @@
+#include "vgui/composite/cell_editor.h"
 #include "vgui/composite/property_list.h"
+#include "vgui/foundation/attached.h"
 
 #include <algorithm>
 #include <utility>
@@ -8,7 +10,6 @@ namespace
 
 constexpr int kNone = -1;
 constexpr UINT kEditId = 1;
-constexpr DWORD kEditStyle = WS_CHILD | WS_BORDER | ES_AUTOHSCROLL | ES_NOHIDESEL;
 
 // Whether a message moves cells away from under the editor or makes other cells of them.
 bool MovesCells(UINT message)
@@ -17,6 +18,8 @@ bool MovesCells(UINT message)
     case WM_HSCROLL:
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
+    case LVM_SCROLL:
+    case LVM_ENSUREVISIBLE:
     case LVM_INSERTITEMA:
     case LVM_INSERTITEMW:
     case LVM_DELETEITEM:
@@ -26,6 +29,20 @@ bool MovesCells(UINT message)
     case LVM_INSERTCOLUMNA:
     case LVM_INSERTCOLUMNW:
     case LVM_DELETECOLUMN:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Whether a message may leave a cell in another place, with the editor to follow.
+bool MayPlaceCells(UINT message)
+{
+    switch (message) {
+    case WM_NOTIFY: // the header tells that columns have another width or order
+    case WM_SIZE:
+    case WM_SETFONT:
+    case WM_KEYDOWN:
         return true;
     default:
         return false;
@@ -86,22 +103,23 @@ void VPropertyGrid::PrepareControl()
 // Makes the editor unless it is there. False when there is none.
 bool VPropertyGrid::CreateEditor()
 {
-    return m_edit.m_hWnd != nullptr || m_edit.Create(kEditStyle | static_cast<DWORD>(GetHeaderTextFormat(0)),
-                                                     CRect(0, 0, 1, 1), this, kEditId);
+    return m_edit.m_hWnd != nullptr ||
+           m_edit.Create(kCellEditStyle | static_cast<DWORD>(GetHeaderTextFormat(0)), CRect(0, 0, 1, 1), this,
+                         kEditId);
 }
 
-int VPropertyGrid::GetColumnCount()
+int VPropertyGrid::GetColumnCount() const
 {
-    CHeaderCtrl* const header = m_hWnd != nullptr ? GetHeaderCtrl() : nullptr;
-    return header != nullptr ? std::max(header->GetItemCount(), 0) : 0;
+    const HWND header = m_hWnd != nullptr ? ListView_GetHeader(m_hWnd) : nullptr;
+    return header != nullptr ? std::max(Header_GetItemCount(header), 0) : 0;
 }
 
-int VPropertyGrid::GetHeaderTextFormat(int column)
+int VPropertyGrid::GetHeaderTextFormat(int column) const
 {
-    CHeaderCtrl* const header = GetHeaderCtrl();
+    const HWND header = ListView_GetHeader(m_hWnd);
     HDITEM item{};
     item.mask = HDI_FORMAT;
-    if ((GetStyle() & LVS_NOCOLUMNHEADER) != 0 || header == nullptr || !header->GetItem(column, &item))
+    if ((GetStyle() & LVS_NOCOLUMNHEADER) != 0 || header == nullptr || !Header_GetItem(header, column, &item))
         return ES_LEFT;
     switch (item.fmt & HDF_JUSTIFYMASK) {
     case HDF_CENTER:
@@ -115,10 +133,10 @@ int VPropertyGrid::GetHeaderTextFormat(int column)
 
 bool VPropertyGrid::IsEditCtrlVisible() const
 {
-    return ::IsWindow(m_edit.m_hWnd) && (m_edit.GetStyle() & WS_VISIBLE) != 0;
+    return IsEditorShown(m_edit);
 }
 
-bool VPropertyGrid::IsEditable(int column)
+bool VPropertyGrid::IsEditable(int column) const
 {
     return column >= 0 && column < std::min(GetColumnCount(), kMaxEditableColumns) && m_editable[column];
 }
@@ -127,14 +145,17 @@ void VPropertyGrid::StartEdit(int row, int column)
 {
     if (row < 0 || row >= GetItemCount() || !IsEditable(column))
         return;
+    const HWND self = m_hWnd;
     EndEdit(true);
-    if (!CreateEditor())
+    if (!VGIsAttached(this, self) || !CreateEditor())
         return;
     EnsureVisible(row, FALSE);
     ScrollToColumn(row, column);
+    SetItemState(-1, 0, LVIS_SELECTED);
+    if (!VGIsAttached(this, self))
+        return;
     m_nEditRow = row;
     m_nEditColumn = column;
-    SetItemState(-1, 0, LVIS_SELECTED);
     m_edit.SetFont(GetFont());
     PlaceEditor();
     m_edit.SetWindowText(GetItemText(row, column));
@@ -157,12 +178,15 @@ void VPropertyGrid::ScrollToColumn(int row, int column)
         Scroll(CSize(distance, 0));
 }
 
-// Puts the editor on its cell, if it is open.
+// Puts the editor on its cell, if it is open. Where rows above the view would be there is the header.
 void VPropertyGrid::PlaceEditor()
 {
     CRect cell;
-    if (m_nEditRow != kNone && m_edit.m_hWnd != nullptr &&
-        GetSubItemRect(m_nEditRow, m_nEditColumn, LVIR_LABEL, cell))
+    if (m_nEditRow == kNone || m_edit.m_hWnd == nullptr)
+        return;
+    if (m_nEditRow < GetTopIndex())
+        EndEdit(true);
+    else if (GetSubItemRect(m_nEditRow, m_nEditColumn, LVIR_LABEL, cell))
         m_edit.MoveWindow(cell);
 }
 
@@ -172,37 +196,50 @@ void VPropertyGrid::EndEdit(bool save)
     const int column = std::exchange(m_nEditColumn, kNone);
     if (row == kNone || column == kNone || !IsEditCtrlVisible())
         return;
+    const HWND self = m_hWnd;
     CString text;
     m_edit.GetWindowText(text);
     m_edit.ShowWindow(SW_HIDE);
-    if (save && row < GetItemCount() && column < GetColumnCount() && text != GetItemText(row, column))
+    if (save && VGIsAttached(this, self) && row < GetItemCount() && column < GetColumnCount() &&
+        text != GetItemText(row, column))
         SetItemText(row, column, text);
 }
 
 LRESULT VPropertyGrid::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (MovesCells(message))
+    const HWND self = m_hWnd;
+    if (MovesCells(message)) {
         EndEdit(true);
+        if (!VGIsAttached(this, self))
+            return 0;
+    }
     const LRESULT result = VListCtrl::DefWindowProc(message, wParam, lParam);
-    // The header tells that columns have another width or order.
-    if (message == WM_NOTIFY)
+    if (MayPlaceCells(message) && VGIsAttached(this, self)) {
+        if (message == WM_SETFONT && IsEditCtrlVisible())
+            m_edit.SetFont(GetFont());
         PlaceEditor();
+    }
     return result;
 }
 
 void VPropertyGrid::OnLButtonDown(UINT nFlags, CPoint point)
 {
+    const HWND self = m_hWnd;
     VListCtrl::OnLButtonDown(nFlags, point);
-    EndEdit(true);
-    if (m_bSingleClickStartEdit)
+    if (VGIsAttached(this, self))
+        EndEdit(true);
+    if (VGIsAttached(this, self) && m_bSingleClickStartEdit)
         StartEditAt(point);
 }
 
 void VPropertyGrid::OnLButtonDblClk(UINT nFlags, CPoint point)
 {
+    const HWND self = m_hWnd;
     VListCtrl::OnLButtonDblClk(nFlags, point);
-    EndEdit(true);
-    StartEditAt(point);
+    if (VGIsAttached(this, self))
+        EndEdit(true);
+    if (VGIsAttached(this, self))
+        StartEditAt(point);
 }
 
 void VPropertyGrid::StartEditAt(CPoint point)

@@ -205,7 +205,8 @@ LRESULT VPropertyList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         m_items.RemoveAll();
         break;
     case LB_DELETESTRING:
-        if (result != LB_ERR && IsValidIndex(static_cast<int>(wParam))) {
+        // Not for an item that had no record: SetText inserts the new one before it deletes the old one.
+        if (GetCount() < m_items.GetCount() && IsValidIndex(static_cast<int>(wParam))) {
             CloseEditor();
             m_items.RemoveAt(static_cast<int>(wParam));
         }

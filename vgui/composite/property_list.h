@@ -17,8 +17,8 @@
 // unsorted, and must notify (LBS_NOTIFY). A skinned dialog attaches it before VGuiDlg::OnInitDialog or in its
 // data exchange: afterwards the list box is a plain VListBox. A row is opened by selecting it or with the
 // keyboard: Return, Tab and Down store the value and go to the next row, Up to the one before. Headers stop
-// the keyboard. Return and Tab on the last row leave the list and its editor open. An editor that loses the
-// focus stays open, too.
+// the keyboard. Return and Tab on the last row move the focus out of the list; the editor stays open, as does
+// one that loses the focus otherwise.
 //
 // Each row has one item in the list box, with an empty text; the texts are the control's. LB_RESETCONTENT and
 // LB_DELETESTRING remove rows, which closes an open editor without storing its text.
@@ -145,7 +145,8 @@ private:
 // A cell is opened by a double click, or a single one if that is wished. Tab goes to the next editable
 // column, Up and Down to the row before or after; Return and Escape store the text and close the editor:
 // Escape keeps what was typed, which is intended. Scrolling and a click in the list close the editor and
-// store its text; losing the focus does not. Nothing is notified but what a list control notifies of itself.
+// store its text; losing the focus does not, nor does a change of the list's size or font, which it follows.
+// Nothing is notified but what a list control notifies of itself.
 //
 // The first 24 columns can be edited. Every column is edited with the alignment that column 0 had when the
 // control was attached.
@@ -177,9 +178,9 @@ protected:
     void EndEdit(bool save);
     [[nodiscard]] bool IsEditCtrlVisible() const;
     // The number of columns, 0 without a header.
-    int GetColumnCount();
+    int GetColumnCount() const;
     // ES_LEFT, ES_CENTER or ES_RIGHT, as the column's header is aligned; ES_LEFT when there is none.
-    int GetHeaderTextFormat(int column);
+    int GetHeaderTextFormat(int column) const;
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
@@ -196,7 +197,7 @@ protected:
 private:
     void PrepareControl();
     bool CreateEditor();
-    bool IsEditable(int column);
+    bool IsEditable(int column) const;
     void ScrollToColumn(int row, int column);
     void PlaceEditor();
     void StartEditAt(CPoint point);

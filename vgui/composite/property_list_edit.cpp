@@ -1,4 +1,5 @@
 // The property list's editors and the keyboard.
+#include "vgui/composite/cell_editor.h"
 #include "vgui/composite/property_list.h"
 
 #include <algorithm>
@@ -8,14 +9,7 @@ namespace
 
 constexpr int kRowHeight = 20;  // pixels
 constexpr int kDropHeight = 80; // of a combo box, pixels below its row
-constexpr DWORD kEditStyle = WS_CHILD | WS_BORDER | ES_AUTOHSCROLL | ES_NOHIDESEL;
 constexpr DWORD kComboStyle = WS_CHILD | WS_BORDER | WS_VSCROLL | CBS_AUTOHSCROLL;
-
-// Whether an editor is shown, even while the window that it is in is not.
-bool IsShown(const CWnd& editor)
-{
-    return ::IsWindow(editor.m_hWnd) && (editor.GetStyle() & WS_VISIBLE) != 0;
-}
 
 } // namespace
 
@@ -49,7 +43,7 @@ void VPropertyList::CreateEditors()
 {
     const CRect place(0, 0, 1, 1);
     if (m_edit.m_hWnd == nullptr)
-        m_edit.Create(kEditStyle, place, this, kEditId);
+        m_edit.Create(kCellEditStyle, place, this, kEditId);
     if (m_combo.m_hWnd == nullptr)
         m_combo.Create(kComboStyle | CBS_DROPDOWN, place, this, kComboId);
     if (m_dropList.m_hWnd == nullptr)
@@ -73,7 +67,7 @@ std::array<CWnd*, 3> VPropertyList::Editors()
 
 bool VPropertyList::HasVisibleEditor() const
 {
-    return IsShown(m_combo) || IsShown(m_dropList) || IsShown(m_edit);
+    return IsEditorShown(m_combo) || IsEditorShown(m_dropList) || IsEditorShown(m_edit);
 }
 
 void VPropertyList::PlaceEditor(int index)
@@ -160,7 +154,7 @@ void VPropertyList::CloseEditor()
 {
     m_nEditIndex = kNoRow;
     for (CWnd* const editor : Editors()) {
-        if (IsShown(*editor))
+        if (IsEditorShown(*editor))
             editor->ShowWindow(SW_HIDE);
     }
     Repaint();

@@ -103,8 +103,7 @@ void CXTTipWindow::SetTipText(LPCWSTR title, LPCWSTR body, BOOL redraw)
     m_strTitle = title;
     m_strBody = body;
     m_strBody.Remove(L'\r');
-    if (redraw)
-        SplitBody();
+    SplitBody();
     Redraw(redraw);
 }
 
@@ -160,7 +159,6 @@ BOOL CXTTipWindow::ShowTipWindow(const CPoint& point, DWORD style, UINT delay, U
     const bool hasText = !m_strTitle.IsEmpty() || !m_strBody.IsEmpty();
     if (m_hWnd == nullptr || !hasText || m_bShowPending || IsWindowVisible())
         return FALSE;
-    SplitBody();
     m_dwStyle = style;
     if (delay == 0) {
         Appear();
@@ -263,8 +261,6 @@ void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
 
 CSize CXTTipWindow::MeasureBody(CDC& dc) const
 {
-    if (m_lines.IsEmpty()) // the body was set after the last show
-        return dc.GetTabbedTextExtent(m_strBody, m_nTabStops, m_pTabStops);
     TEXTMETRIC metrics{};
     dc.GetTextMetrics(&metrics);
     int64_t height = 0;
@@ -335,7 +331,8 @@ void CXTTipWindow::OnPaint()
 
 LRESULT CXTTipWindow::OnPrintClient(WPARAM wParam, LPARAM /*lParam*/)
 {
-    Draw(*CDC::FromHandle(reinterpret_cast<HDC>(wParam)));
+    if (CDC* const dc = CDC::FromHandle(reinterpret_cast<HDC>(wParam)))
+        Draw(*dc);
     return 0;
 }
 
@@ -370,8 +367,8 @@ void CXTTipWindow::DrawTexts(CDC& dc)
     int y = m_margins.cy;
     if (!m_strTitle.IsEmpty()) {
         const VSelectScope bold(dc, m_fontBold);
-        dc.TabbedTextOut(x, y, m_strTitle, m_nTabStops, m_pTabStops, x);
-        y += m_titleExtent.cy + m_nLineSpace;
+        // Not the measured height: the title may have been set after the tip was sized.
+        y += dc.TabbedTextOut(x, y, m_strTitle, m_nTabStops, m_pTabStops, x).cy + m_nLineSpace;
     }
     const VSelectScope normal(dc, m_fontNormal);
     TEXTMETRIC metrics{};

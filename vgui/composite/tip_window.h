@@ -27,8 +27,8 @@ public:
     // there is a window already or when it cannot be created.
     virtual BOOL Create(CWnd* parent);
 
-    // Title and body, null for none. Lines of the body end with "\n"; every "\r" is taken out. redraw: shows
-    // the texts at once in a tip that is shown, without changing its size.
+    // Title and body, null for none. Lines of the body end with "\n"; every "\r" is taken out. A tip that
+    // is shown keeps its size; redraw: it shows the texts at once and not when it is painted next.
     void SetTipText(LPCWSTR title, LPCWSTR body, BOOL redraw = FALSE);
     void SetTipColors(COLORREF back, COLORREF text, BOOL redraw = FALSE);
     // The room around the texts, and between title and body. Negative values count as 0.
@@ -78,7 +78,7 @@ protected:
 
     CString m_strTitle;
     CString m_strBody;
-    CStringArray m_lines; // of the body, as of the last show
+    CStringArray m_lines; // of the body; none of an empty one
     CFont m_fontNormal;
     CFont m_fontBold;
     HWND m_hParent = nullptr;
