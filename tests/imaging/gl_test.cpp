@@ -49,6 +49,13 @@ public:
         return 0;
     }
 
+    int OnCreatePaletteCI(LOGPALETTE* palette) override
+    {
+        palette->palPalEntry[3] = {9, 8, 7, 0};
+        return 0;
+    }
+
+    using CGL::CreatePalette;
     using CGL::FillRgbPalette;
     using CGL::kPaletteSize;
     using CGL::m_bDoubleBuffer;
@@ -148,6 +155,55 @@ TEST(GlPalette, DeepFormatsAndUnknownWidthsWriteNoColor)
     EXPECT_EQ(Color(entries[255]), (std::vector<int>{1, 2, 3, 4}));
     ASSERT_TRUE(TwoColors::FillRgbPalette(PaletteFormat(8, {4, 0}, {3, 4}, {1, 7}), entries.data()));
     EXPECT_EQ(Color(entries[255]), (std::vector<int>{0, 255, 255, 0}));
+}
+
+// A true-colour system has no formats with a palette, so that the object is given its context by hand.
+TEST_F(GlContext, APaletteIsSelectedAndPutBack)
+{
+    PIXELFORMATDESCRIPTOR rgb = PaletteFormat(8, {3, 0}, {3, 3}, {2, 6});
+    PIXELFORMATDESCRIPTOR needed = rgb;
+    needed.dwFlags = PFD_NEED_PALETTE;
+    PIXELFORMATDESCRIPTOR index = rgb;
+    index.iPixelType = PFD_TYPE_COLORINDEX;
+    PIXELFORMATDESCRIPTOR deep = PaletteFormat(16, {5, 0}, {6, 5}, {5, 11});
+    deep.dwFlags = PFD_NEED_PALETTE;
+    const struct {
+        const char* name;
+        const PIXELFORMATDESCRIPTOR* pfd;
+        BOOL callersDC;
+        std::vector<int> entry3; // empty: no palette
+    } cases[] = {
+        {"RGB", &needed, FALSE, {128, 0, 0, 0}},
+        {"colour index", &index, FALSE, {9, 8, 7, 0}},
+        {"caller's DC", &rgb, TRUE, {128, 0, 0, 0}},
+        {"none needed", &rgb, FALSE, {}},
+        {"too deep", &deep, FALSE, {}},
+    };
+    CWnd window; // with a context of its own, which stays the same
+    ASSERT_TRUE(
+        window.CreateEx(0, AfxRegisterWndClass(CS_OWNDC), L"", WS_POPUP, CRect(0, 0, 40, 40), nullptr, 0));
+    CClientDC own(&window);
+    const HGDIOBJ before = ::GetCurrentObject(own.m_hDC, OBJ_PAL);
+    for (const auto& item : cases) {
+        SCOPED_TRACE(item.name);
+        TwoColors gl;
+        gl.m_bUseDC = item.callersDC;
+        gl.m_pDC = item.callersDC ? &own : new CClientDC(&window);
+        EXPECT_EQ(gl.CreatePalette(*item.pfd), !item.entry3.empty());
+        CPalette* const palette = gl.GetPalette();
+        ASSERT_EQ(palette != nullptr, !item.entry3.empty());
+        if (palette != nullptr) {
+            PALETTEENTRY entry{};
+            EXPECT_EQ(palette->GetEntryCount(), 256);
+            palette->GetPaletteEntries(3, 1, &entry);
+            EXPECT_EQ(Color(entry), item.entry3);
+        }
+        const bool selected = palette != nullptr && !item.callersDC;
+        EXPECT_EQ(::GetCurrentObject(own.m_hDC, OBJ_PAL), selected ? palette->m_hObject : before);
+        gl.Destroy();
+        EXPECT_EQ(gl.GetPalette(), nullptr);
+        EXPECT_EQ(::GetCurrentObject(own.m_hDC, OBJ_PAL), before);
+    }
 }
 
 TEST_F(GlContext, DrawsOnAWindow)

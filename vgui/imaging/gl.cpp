@@ -11,8 +11,8 @@ namespace
 
 constexpr BYTE kWindowColorBits = 24;
 constexpr BYTE kDepthBits = 32;
-constexpr size_t kPaletteEntries = 256;
 constexpr int kPaletteFormatBits = 8;
+constexpr size_t kPaletteEntries = 1 << kPaletteFormatBits;
 // There is one error flag per part of a distributed OpenGL. The bound also ends the loop where there is no
 // context, which some systems answer with an error each time.
 constexpr int kMaxErrorFlags = 8;
@@ -64,7 +64,7 @@ int CGL::OnCreatePaletteCI(LOGPALETTE*)
 int CGL::Create(CWnd* pWnd, int pixelType, DWORD flags)
 {
     Destroy();
-    if (!::IsWindow(pWnd->GetSafeHwnd()))
+    if (pWnd == nullptr || !::IsWindow(pWnd->m_hWnd))
         return FALSE;
     m_bUseDC = FALSE;
     m_bDoubleBuffer = static_cast<BOOL>(flags & PFD_DOUBLEBUFFER);
@@ -97,17 +97,18 @@ int CGL::CreateOn(CWnd* pWnd, CDC* pDC, BYTE colorBits, int pixelType, DWORD fla
     const int format = ::ChoosePixelFormat(m_pDC->m_hDC, &pfd);
     if (format == 0 || !::SetPixelFormat(m_pDC->m_hDC, format, &pfd))
         return FALSE;
-    CreatePalette();
+    // What was chosen, not what was asked for.
+    ::DescribePixelFormat(m_pDC->m_hDC, ::GetPixelFormat(m_pDC->m_hDC), sizeof(pfd), &pfd);
+    CreatePalette(pfd);
     m_hRC = ::wglCreateContext(m_pDC->m_hDC);
     return m_hRC != nullptr;
 }
 
 // --- the palette
 
-BOOL CGL::CreatePalette()
+BOOL CGL::CreatePalette(const PIXELFORMATDESCRIPTOR& pfd)
 {
-    PIXELFORMATDESCRIPTOR pfd{};
-    ::DescribePixelFormat(m_pDC->m_hDC, ::GetPixelFormat(m_pDC->m_hDC), sizeof(pfd), &pfd);
+    static_assert(kPaletteEntries == kPaletteSize);
     const bool colorIndex = pfd.iPixelType == PFD_TYPE_COLORINDEX;
     const bool needed = (pfd.dwFlags & PFD_NEED_PALETTE) != 0 || colorIndex ||
                         (m_bUseDC && pfd.cColorBits == kPaletteFormatBits);
@@ -177,7 +178,7 @@ void CGL::MakeCurrent()
     }
     // Without a context of its own this object must not draw on another one's either.
     if (::wglGetCurrentContext() != m_hRC)
-        ::wglMakeCurrent(m_pDC->GetSafeHdc(), m_hRC);
+        ::wglMakeCurrent(m_pDC != nullptr ? m_pDC->m_hDC : nullptr, m_hRC);
 }
 
 int CGL::Init()

@@ -79,6 +79,11 @@ protected:
     // kPaletteSize entries; those beyond the format's values are left as they are. FALSE, with nothing
     // written, for a deeper format.
     static BOOL FillRgbPalette(const PIXELFORMATDESCRIPTOR& pfd, PALETTEENTRY* entries);
+    // Makes the palette that a pixel format needs. Unless the device context is the caller's, it is selected
+    // there as a foreground palette and realised, until Destroy puts back what it displaced. Create calls
+    // this once, for the format it has set. FALSE, with nothing done, when the format needs no palette or is
+    // too deep for one.
+    BOOL CreatePalette(const PIXELFORMATDESCRIPTOR& pfd);
 
     HGLRC m_hRC = nullptr;
     CDC* m_pDC = nullptr;          // owned unless m_bUseDC
@@ -89,7 +94,6 @@ protected:
 
 private:
     int CreateOn(CWnd* pWnd, CDC* pDC, BYTE colorBits, int pixelType, DWORD flags);
-    BOOL CreatePalette();
     static BYTE ComponentFromIndex(int i, UINT nbits, UINT shift);
 
     HPALETTE m_hOldPal = nullptr; // the handle of m_pOldPal
