@@ -116,7 +116,8 @@ public:
 
     // Registers a control under a rule; the form with factors makes it follow the dialog's right bottom
     // corner. Nothing happens unless the dialog's and the control's windows exist. A control registered
-    // again gets a second record, which the layout applies after the first.
+    // again gets a second record, whose layout replaces the first one's; SearchWnd, SetControl and
+    // GetCtrlSize know the first only.
     void AddControl(UINT nID, UINT nFlags);
     void AddControl(const CWnd* pCtrl, UINT nFlags);
     void AddControl(UINT nID, SRESIZERSCALE scale);
