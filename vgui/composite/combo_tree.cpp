@@ -1,5 +1,7 @@
 #include "vgui/composite/combo_tree.h"
 
+#include "vgui/foundation/attached.h"
+
 #include <algorithm>
 
 namespace
@@ -190,7 +192,7 @@ bool ComboTree::SendParentComboMessage(UINT code)
     if (const HWND parent = ::GetParent(window))
         ::SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), code),
                        reinterpret_cast<LPARAM>(window));
-    return window != nullptr && FromHandlePermanent(window) == this;
+    return VGIsAttached(this, window);
 }
 
 LRESULT ComboTree::SendTreeMessage(UINT msg, WPARAM wParam, LPARAM lParam) const
@@ -284,7 +286,7 @@ void ComboTree::ShowTree()
     if (window == nullptr || m_tree.m_hWnd == nullptr)
         return;
     m_edit.SetFocus(); // tells the parent
-    if (FromHandlePermanent(window) != this || m_tree.m_hWnd == nullptr)
+    if (!VGIsAttached(this, window) || m_tree.m_hWnd == nullptr)
         return;
     DisplayTree();
     if (!SendParentComboMessage(CBN_DROPDOWN) || !m_bDropped)

@@ -2,6 +2,7 @@
 
 #include "vgui/composite/combo_tree.h"
 #include "vgui/composite/combo_tree_paths.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/gdi_scope.h"
 
 #include <vector>
@@ -160,7 +161,7 @@ void ComboTreeDropList::OnLButtonDown(UINT nFlags, CPoint point)
     const HTREEITEM item = ItemAt(point, TVHT_ONITEMICON | TVHT_ONITEMLABEL);
     if (item != nullptr && item != GetSelectedItem() && m_pCombo != nullptr)
         m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
-    if (FromHandlePermanent(window) == this)
+    if (VGIsAttached(this, window))
         CTreeCtrl::OnLButtonDown(nFlags, point);
 }
 
@@ -168,7 +169,7 @@ void ComboTreeDropList::OnLButtonDblClk(UINT nFlags, CPoint point)
 {
     const HWND window = m_hWnd;
     CTreeCtrl::OnLButtonDblClk(nFlags, point);
-    if (FromHandlePermanent(window) != this || m_pCombo == nullptr)
+    if (!VGIsAttached(this, window) || m_pCombo == nullptr)
         return;
     const HTREEITEM item = ItemAt(point, TVHT_ONITEM);
     if (item != nullptr && IsChoosable(item) && m_pCombo->SendParentComboMessage(CBN_DBLCLK))

@@ -1,6 +1,8 @@
 // The tree combo box's edit field, button and hook.
 #include "vgui/composite/combo_tree.h"
 
+#include "vgui/foundation/attached.h"
+
 // The edit field --------------------------------------------------------------------------------------------
 
 IMPLEMENT_DYNAMIC(ComboTreeEdit, VEdit)
@@ -88,7 +90,7 @@ LRESULT ComboTreeHook::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     const bool cancels = Cancels(message, wParam, lParam);
     const LRESULT result = CComboSubclassWnd::WindowProc(message, wParam, lParam);
     // The parent may have destroyed the control, and this hook with it.
-    if (cancels && CWnd::FromHandlePermanent(window) == combo && combo->GetDroppedState())
+    if (cancels && VGIsAttached(combo, window) && combo->GetDroppedState())
         combo->OnCancel();
     return result;
 }

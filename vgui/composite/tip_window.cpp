@@ -1,5 +1,6 @@
 #include "vgui/composite/tip_window.h"
 
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/gdi_scope.h"
 
@@ -464,7 +465,7 @@ void CXTTipWindow::PassOn(UINT message, UINT flags, CPoint point)
 {
     const HWND self = m_hWnd;
     ForwardMessage(message, flags, point);
-    if (FromHandlePermanent(self) == this)
+    if (VGIsAttached(this, self))
         Default();
 }
 

@@ -2,6 +2,7 @@
 
 #include "vgui/controls/control_tool_tip.h"
 #include "vgui/controls/hot_tracking.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/skin_host.h"
 #include "vgui/foundation/window_helpers.h"
 
@@ -451,7 +452,7 @@ BOOL VButtonST::OnClicked()
         const CString link(url, static_cast<int>(::wcsnlen(url, kMaxUrl)));
         VGShellExecute(L"open", link, SW_SHOWMAXIMIZED, SEE_MASK_FLAG_NO_UI);
     }
-    if (CWnd::FromHandlePermanent(window) == this)
+    if (VGIsAttached(this, window))
         ReleaseCapture();
     return FALSE;
 }
@@ -465,7 +466,7 @@ void VButtonST::DropDownMenu()
     Invalidate();
     const HWND owner = ::IsWindow(menuOwner) ? menuOwner : ::GetParent(m_hWnd);
     ::TrackPopupMenuEx(::GetSubMenu(menu, 0), 0, place.left, place.bottom, owner, nullptr);
-    if (CWnd::FromHandlePermanent(window) != this)
+    if (!VGIsAttached(this, window))
         return;
     menuShown = FALSE;
     Invalidate();
@@ -476,13 +477,13 @@ void VButtonST::OnEnable(BOOL bEnable)
     // Whoever is told, of this or of the focus, may destroy the button.
     const HWND window = m_hWnd;
     CButton::OnEnable(bEnable);
-    if (bEnable || CWnd::FromHandlePermanent(window) != this)
+    if (bEnable || !VGIsAttached(this, window))
         return;
     if (CWnd* parent = GetParent()) {
         CWnd* next = parent->GetNextDlgTabItem(this);
         (next != nullptr && next != this ? next : parent)->SetFocus();
     }
-    if (CWnd::FromHandlePermanent(window) == this)
+    if (VGIsAttached(this, window))
         CancelHover();
 }
 
@@ -491,7 +492,7 @@ void VButtonST::OnKillFocus(CWnd* pNewWnd)
     // The parent is told and may destroy the button.
     const HWND window = m_hWnd;
     CButton::OnKillFocus(pNewWnd);
-    if (CWnd::FromHandlePermanent(window) == this)
+    if (VGIsAttached(this, window))
         CancelHover();
 }
 

@@ -1,5 +1,7 @@
 #include "vgui/controls/splitter_bar.h"
 
+#include "vgui/foundation/attached.h"
+
 #include <algorithm>
 #include <windowsx.h>
 
@@ -122,7 +124,7 @@ void CSplitterBar::SetPanes(CWnd* newPane1, CWnd* newPane2)
                              std::max(first.top, second.bottom)));
         MovePanes();
     }
-    if (CWnd::FromHandlePermanent(self) == this)
+    if (VGIsAttached(this, self))
         GetMostCoordForPanes();
 }
 
@@ -273,7 +275,7 @@ void CSplitterBar::OnLButtonUp(UINT nFlags, CPoint point)
     if (dragging)
         Drop(point);
     // The parent may have destroyed the bar when it was told.
-    if (CWnd::FromHandlePermanent(self) == this)
+    if (VGIsAttached(this, self))
         CWnd::OnLButtonUp(nFlags, point);
 }
 

@@ -1,5 +1,6 @@
 // The painting of the tab control.
 #include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
@@ -76,7 +77,7 @@ LRESULT VTabCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     const HWND hWnd = m_hWnd;
     const LRESULT result = CTabCtrl::WindowProc(message, wParam, lParam);
     // What was told of the change may have destroyed the control.
-    if (ChangesTabs(message) && CWnd::FromHandlePermanent(hWnd) == this)
+    if (ChangesTabs(message) && VGIsAttached(this, hWnd))
         OnTabsChanged();
     return result;
 }
