@@ -92,22 +92,14 @@ protected:
 
     afx_msg void OnPaint()
     {
-        CPaintDC dc(this);
+        CPaintDC target(this);
         CRect client;
         GetClientRect(client);
-        CDC memory;
-        CBitmap buffer;
-        if (client.IsRectEmpty() || !memory.CreateCompatibleDC(&dc) ||
-            !buffer.CreateCompatibleBitmap(&dc, client.Width(), client.Height()))
-            return;
-        const int saved = memory.SaveDC();
-        memory.SelectObject(&buffer);
-        memory.FillSolidRect(client, GetBkClr());
-        memory.SelectObject(GetFont());
-        memory.SetBkMode(TRANSPARENT);
-        DrawSections(memory);
-        dc.BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0, SRCCOPY);
-        memory.RestoreDC(saved);
+        VBufferedDC dc(target, client);
+        dc.FillSolidRect(client, GetBkClr());
+        dc.SelectObject(GetFont());
+        dc.SetBkMode(TRANSPARENT);
+        DrawSections(dc);
     }
 };
 

@@ -96,22 +96,13 @@ BOOL PointCanvas::OnEraseBkgnd(CDC*)
 
 void PointCanvas::OnPaint()
 {
-    CPaintDC dc(this);
+    CPaintDC target(this);
     CRect client;
     GetClientRect(client);
-    CDC memory;
-    CBitmap buffer;
-    if (client.IsRectEmpty() || !memory.CreateCompatibleDC(&dc) ||
-        !buffer.CreateCompatibleBitmap(&dc, client.Width(), client.Height()))
-        return;
-    CBitmap* const oldBitmap = memory.SelectObject(&buffer);
-    CFont* const font = GetParent()->GetFont();
-    CFont* const oldFont = font != nullptr ? memory.SelectObject(font) : nullptr;
-    Draw(memory, client);
-    dc.BitBlt(0, 0, client.Width(), client.Height(), &memory, 0, 0, SRCCOPY);
-    if (oldFont != nullptr)
-        memory.SelectObject(oldFont);
-    memory.SelectObject(oldBitmap);
+    VBufferedDC dc(target, client);
+    if (CFont* const font = GetParent()->GetFont())
+        dc.SelectObject(font);
+    Draw(dc, client);
 }
 
 void PointCanvas::Draw(CDC& dc, const CRect& client)
