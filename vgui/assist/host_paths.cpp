@@ -1,0 +1,29 @@
+#include "vgui/assist/host_paths.h"
+
+namespace
+{
+
+CString ProgramPath()
+{
+    CString path;
+    // The function cuts what does not fit, and does not say how much it needs.
+    for (int size = MAX_PATH;; size *= 2) {
+        const DWORD length = ::GetModuleFileNameW(nullptr, path.GetBuffer(size), size);
+        const bool fits = length < static_cast<DWORD>(size);
+        path.ReleaseBuffer(fits ? static_cast<int>(length) : 0);
+        if (fits)
+            return path;
+    }
+}
+
+CString Parent(const CString& path)
+{
+    return path.Left(std::max(path.ReverseFind(L'\\'), 0));
+}
+
+} // namespace
+
+CString VGHostRoot()
+{
+    return Parent(Parent(ProgramPath()));
+}
