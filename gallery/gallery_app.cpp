@@ -1,5 +1,6 @@
 #include "gallery/gallery_app.h"
 
+#include "gallery/companion_demo.h"
 #include "gallery/main_dlg.h"
 #include "gallery/shot_writer.h"
 
@@ -46,6 +47,8 @@ BOOL GalleryApp::InitInstance()
         ShowGallery();
     } else if (arguments.size() == 2 && arguments[0] == L"--shots" && !arguments[1].IsEmpty()) {
         TakeShots(arguments[1]);
+    } else if (arguments.size() == 2 && arguments[0] == L"--companion-server") {
+        ServeCompanionDemo(arguments[1]);
     } else {
         PrintLine(L"usage: gallery [--shots DIR]");
         m_exitCode = kUsageError;

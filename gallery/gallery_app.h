@@ -3,7 +3,8 @@
 
 #include <afxwin.h>
 
-// Shows the main dialog, or with the arguments "--shots DIR" writes pictures of all pages and ends.
+// Shows the main dialog, or with the arguments "--shots DIR" writes pictures of all pages and ends. The page
+// of the companion starts it with "--companion-server PIPE".
 class GalleryApp : public CWinApp
 {
 public:

@@ -65,6 +65,7 @@ struct GalleryPage {
     ROW(PropertiesPage)                                                                                      \
     ROW(MediaPage)                                                                                           \
     ROW(SketchPage)                                                                                          \
+    ROW(CompanionPage)                                                                                       \
     ROW(DrawingPage)
 
 #define GALLERY_DECLARE_PAGE(Page) GalleryPage Page();

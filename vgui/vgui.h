@@ -3,6 +3,7 @@
 
 #include "vgui/assist/media.h"
 #include "vgui/composite/combo_tree.h"
+#include "vgui/assist/companion.h"
 #include "vgui/composite/outline.h"
 #include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"
