@@ -1,9 +1,13 @@
 // Everything the library offers, for hosts that want one include.
 #pragma once
 
+#include "vgui/assist/assist_msg.h"
+#include "vgui/assist/assist_system.h"
+#include "vgui/assist/assist_system_dlg.h"
+#include "vgui/assist/companion.h"
+#include "vgui/assist/host_paths.h"
 #include "vgui/assist/media.h"
 #include "vgui/composite/combo_tree.h"
-#include "vgui/assist/companion.h"
 #include "vgui/composite/outline.h"
 #include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"

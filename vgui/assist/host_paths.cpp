@@ -1,7 +1,15 @@
 #include "vgui/assist/host_paths.h"
 
+#include <algorithm>
+
 namespace
 {
+
+CString& OwnRoot()
+{
+    static CString root;
+    return root;
+}
 
 CString ProgramPath()
 {
@@ -25,5 +33,15 @@ CString Parent(const CString& path)
 
 CString VGHostRoot()
 {
-    return Parent(Parent(ProgramPath()));
+    return OwnRoot().IsEmpty() ? Parent(Parent(ProgramPath())) : OwnRoot();
+}
+
+void VGSetHostRoot(LPCWSTR root)
+{
+    OwnRoot() = root;
+}
+
+CString VGHostSysFile(LPCWSTR name)
+{
+    return VGHostRoot() + L"\\sys\\" + name;
 }

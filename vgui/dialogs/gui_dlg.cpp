@@ -1,5 +1,7 @@
 #include "vgui/dialogs/gui_dlg.h"
 
+#include "vgui/assist/assist_system.h"
+#include "vgui/assist/host_paths.h"
 #include "vgui/dialogs/child_controls.h"
 #include "vgui/dialogs/gui_dlg_geometry.h"
 #include "vgui/foundation/draw_helpers.h"
@@ -11,9 +13,36 @@
 namespace
 {
 
+constexpr int kMaxHtmlFile = 260; // characters, with the terminating zero
+constexpr int kMaxHelpFile = 256;
+constexpr wchar_t kHelpCaption[] = L"温馨提示";
+
 bool IsStaticLike(UINT nCtlColor)
 {
     return nCtlColor == CTLCOLOR_STATIC || nCtlColor == CTLCOLOR_BTN || nCtlColor == CTLCOLOR_SCROLLBAR;
+}
+
+// Has the host's program show its help file. 1 when it could, else a message box has said why not.
+int OpenHostHelp(CWnd& dialog)
+{
+    using HostHelp = int(__cdecl*)(LPCWSTR file, LPCWSTR topic, int command);
+
+    wchar_t helpFile[kMaxHelpFile];
+    ::GetPrivateProfileStringW(L"产品信息", L"帮助文件", L"", helpFile, kMaxHelpFile,
+                               VGHostSysFile(L"product.ini"));
+    const HMODULE host = ::GetModuleHandleW(nullptr);
+    if (host == nullptr) {
+        dialog.MessageBox(L"未知异常:", kHelpCaption);
+        return 0;
+    }
+    // By way of void*, since the compiler warns of a plain cast.
+    const auto show = reinterpret_cast<HostHelp>(reinterpret_cast<void*>(::GetProcAddress(host, "acedHelp")));
+    if (show == nullptr) {
+        dialog.MessageBox(L"acedHelp失败:", kHelpCaption);
+        return 0;
+    }
+    show(helpFile, L"", 0);
+    return 1;
 }
 
 } // namespace
@@ -232,10 +261,19 @@ CString VGuiDlg::GetAssistantDirName()
     return CString(GetRuntimeClass()->m_lpszClassName);
 }
 
-void VGuiDlg::PromptHelp() {}
+void VGuiDlg::PromptHelp()
+{
+    EnterAssistSystem(GetAssistantDirName(), nullptr, this);
+}
 
 int VGuiDlg::OnHtmlHelp()
 {
+    wchar_t htmlFile[kMaxHtmlFile];
+    ::GetPrivateProfileStringW(GetAssistantDirName(), L"HtmlFile", L"", htmlFile, kMaxHtmlFile,
+                               VGHostSysFile(L"AssistSystem.ini"));
+    if (htmlFile[0] == L'\0')
+        return OpenHostHelp(*this);
+    PromptHelp();
     return 0;
 }
 

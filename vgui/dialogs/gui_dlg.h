@@ -44,8 +44,9 @@ public:
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
-    // Called when the help caption button is pressed. The base does nothing; a dialog with help of its own
-    // overrides it. It may destroy the dialog.
+    // Called when the help caption button is pressed. The base opens the assist system on the topic
+    // GetAssistantDirName(), see EnterAssistSystem; a dialog with help of its own overrides it. It may
+    // destroy the dialog.
     virtual void PromptHelp();
 
     // The name under which help for this dialog is filed: its run-time class name.
@@ -90,8 +91,12 @@ protected:
     // frame window routed the question here, when the tool is a window other than a control bar, and for
     // the id 0.
     virtual BOOL OnToolTipText(UINT nID, NMHDR* pNMHDR, LRESULT* pResult);
-    // Opens help for WM_HELP and says whether that settled it. The base opens nothing and returns 0, so
-    // that the framework's own processing of WM_HELP follows.
+    // Opens help for WM_HELP and says whether that settled it; when not, the framework's own processing of
+    // WM_HELP follows. With a key "HtmlFile" in the section GetAssistantDirName() of the host's
+    // sys\AssistSystem.ini it calls PromptHelp and returns 0. Otherwise it calls the function
+    //     extern "C" int acedHelp(const wchar_t* file, const wchar_t* topic, int command)
+    // that the host's program exports, with the key "帮助文件" of section "产品信息" in sys\product.ini, an
+    // empty topic and 0, and returns 1. Without that function a message box says so and the result is 0.
     virtual int OnHtmlHelp();
     // The text for an id: the string resource of that id. False, and text empty, when there is none.
     virtual bool LoadStringW(CString& text, UINT_PTR nID) const;

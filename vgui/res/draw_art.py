@@ -224,6 +224,7 @@ def write_bmp4(path, rows):
 def main():
     folder = pathlib.Path(__file__).resolve().parent
     write_bmp24(folder / "help_glyph.bmp", help_glyph())
+    write_ico24(folder / "assist.ico", help_glyph())
     write_ico24(folder / "check_none.ico", check_box(CHECK_NONE))
     write_ico24(folder / "check_all.ico", check_box(CHECK_ALL))
     write_ico24(folder / "check_part.ico", check_box(CHECK_PART))
