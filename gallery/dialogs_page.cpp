@@ -30,7 +30,6 @@ protected:
         AddToolTips(IDC_NAME, L"图形的名称。 The name of the figure.");
         return TRUE;
     }
-    void PromptHelp() override { AfxMessageBox(L"此处为帮助。 This is where help opens."); }
 };
 
 class ModalDlg : public VGuiDlg

@@ -1,6 +1,7 @@
 #include "gallery/gallery_app.h"
 
 #include "gallery/companion_demo.h"
+#include "gallery/help_sample.h"
 #include "gallery/main_dlg.h"
 #include "gallery/shot_writer.h"
 
@@ -68,6 +69,7 @@ int GalleryApp::ExitInstance()
 
 void GalleryApp::ShowGallery()
 {
+    PrepareHelpSample();
     MainDlg dialog;
     m_pMainWnd = &dialog;
     if (dialog.DoModal() == -1)
@@ -77,6 +79,7 @@ void GalleryApp::ShowGallery()
 
 void GalleryApp::TakeShots(const CString& folder)
 {
+    PrepareHelpSample();
     ShotWriter shots(folder);
     MainDlg dialog;
     m_pMainWnd = &dialog;

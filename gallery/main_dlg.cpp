@@ -102,13 +102,6 @@ void MainDlg::OnCancel()
         VGuiDlg::OnCancel();
 }
 
-void MainDlg::PromptHelp()
-{
-    AfxMessageBox(L"在列表中选择一页，然后单击“打开”。\n"
-                  L"Select a page in the list, then press Open.",
-                  MB_ICONINFORMATION);
-}
-
 void MainDlg::OnSize(UINT nType, int cx, int cy)
 {
     VGuiDlg::OnSize(nType, cx, cy);
@@ -160,6 +153,7 @@ void MainDlg::TakeShots(ShotWriter& shots)
     ShowWindow(SW_SHOWMAXIMIZED);
     shots.Take(*this, L"main-maximised");
     ShowWindow(SW_RESTORE);
+    TakeHelpShot(shots);
 
     const std::vector<GalleryPage>& pages = GalleryPages();
     for (int i = 0; i < static_cast<int>(pages.size()); ++i) {
@@ -178,4 +172,14 @@ void MainDlg::TakeShots(ShotWriter& shots)
         if (Page(i).m_hWnd != nullptr)
             Page(i).DestroyWindow();
     }
+}
+
+void MainDlg::TakeHelpShot(ShotWriter& shots)
+{
+    PromptHelp();
+    CWnd* const help = GetForegroundWindow();
+    if (help == nullptr || help == this)
+        return shots.Fail(L"assist");
+    shots.TakeAsItIs(*help, L"assist");
+    help->SendMessage(WM_CLOSE);
 }

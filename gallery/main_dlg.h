@@ -27,7 +27,6 @@ protected:
     BOOL OnInitDialog() override;
     void OnOK() override;
     void OnCancel() override;
-    void PromptHelp() override;
     afx_msg void OnOpen();
     afx_msg void OnSelectPage();
     afx_msg void OnSize(UINT nType, int cx, int cy);
@@ -37,6 +36,7 @@ protected:
 private:
     void FillPageList();
     void LayOut();
+    void TakeHelpShot(ShotWriter& shots);
     [[nodiscard]] int SelectedPage() const;
     // The page's dialog, made when it is first asked for.
     PageDlg& Page(int index);

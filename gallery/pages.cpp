@@ -32,6 +32,12 @@ void PageDlg::OnCancel()
         VGuiDlg::OnCancel();
 }
 
+int PageDlg::OnHtmlHelp()
+{
+    PromptHelp();
+    return 1;
+}
+
 const std::vector<GalleryPage>& GalleryPages()
 {
 #define GALLERY_PAGE_ROW(Page) Page(),

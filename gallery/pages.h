@@ -24,6 +24,8 @@ public:
 protected:
     void OnOK() override;
     void OnCancel() override;
+    // Opens the help, and keeps F1 from going on to the main dialog, which would show its own.
+    int OnHtmlHelp() override;
 
 private:
     UINT m_nIDTemplate;
