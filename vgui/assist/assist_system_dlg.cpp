@@ -98,6 +98,8 @@ BOOL CAssistSystemDlg::OnInitDialog()
     CDialog::OnInitDialog();
     SetIcon(m_hIcon, TRUE);
     SetIcon(m_hIcon, FALSE);
+    m_btnExit.SetFlat(FALSE);
+    m_btnFullScreen.SetFlat(FALSE);
     MakePlayer();
     RegisterControls();
     FillVideoList();
