@@ -7,7 +7,6 @@
 #include "vgui/res/resource.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace
 {
@@ -17,15 +16,10 @@ constexpr int kMinHeight = 500;
 constexpr int kMinColumn = 100;
 constexpr int kDefaultColumn = 150;
 
-constexpr UINT kPlaybackControls[] = {1004,
-                                      1005,
-                                      1006,
-                                      1007,
-                                      IDC_ASSIST_FULL_SCREEN,
-                                      IDC_ASSIST_ZOOM_IN,
-                                      IDC_ASSIST_ZOOM_OUT,
-                                      IDC_ASSIST_RESTORE,
-                                      IDC_ASSIST_POSITION};
+constexpr UINT kPlaybackControls[] = {
+    IDC_ASSIST_UNUSED_FIRST, IDC_ASSIST_UNUSED_FIRST + 1, IDC_ASSIST_UNUSED_LAST - 1,
+    IDC_ASSIST_UNUSED_LAST,  IDC_ASSIST_FULL_SCREEN,      IDC_ASSIST_ZOOM_IN,
+    IDC_ASSIST_ZOOM_OUT,     IDC_ASSIST_RESTORE,          IDC_ASSIST_POSITION};
 
 // The edge that is dragged gives way, so that the window stays in its place.
 void KeepMinimum(RECT& rect, UINT side)

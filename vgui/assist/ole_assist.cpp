@@ -39,14 +39,15 @@ bool COleAssist::Run()
     }
     StartProgress();
     HandleMessages();
+    // Before the pipe closes, for that is when the server looks for them.
+    if (m_cancelled)
+        AnnounceCancel();
+    WriteResults();
     m_progress.EndTimeLine();
     if (::IsWindow(m_hProgress))
         SaveCompanionPlace(*CWnd::FromHandle(m_hProgress));
     m_progress.Stop();
     m_pipe.Close();
-    if (m_cancelled)
-        AnnounceCancel();
-    WriteResults();
     return m_cancelled;
 }
 
