@@ -69,5 +69,5 @@ TEST_F(CompanionHistory, UsesWhatMakesSense)
              Case{std::string(100000, '7'), usual},
              Case{std::string("4\0\0\xFF", 4), usual},
          })
-        EXPECT_EQ(PlaceWith(c.history), c.place) << c.history.substr(0, 40);
+        EXPECT_EQ(Record(PlaceWith(c.history)), Record(c.place)) << c.history.substr(0, 40);
 }
