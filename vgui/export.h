@@ -2,6 +2,7 @@
 #pragma once
 
 #ifdef VGUI_BUILD
+// Before a class, function or variable that the library exports.
 #define VGUI_API __declspec(dllexport)
 #else
 #define VGUI_API __declspec(dllimport)

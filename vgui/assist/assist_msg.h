@@ -12,11 +12,13 @@ class VGUI_API CAssistMsg : public CDialog
     DECLARE_DYNAMIC(CAssistMsg)
 
 public:
+    // What the notice is about.
     enum Mode : int {
         MissingEntry = 0, // text is a topic without an entry in AssistSystem.ini: shows the record to add
         Incomplete = 1    // any other number does, too: text is what is to be said
     };
 
+    // parent: the owner, null for the main window.
     explicit CAssistMsg(CWnd* parent = nullptr);
 
     // What to show, before DoModal.
@@ -29,8 +31,8 @@ protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
 
-    CStatic m_stcHeadline;
-    CEdit m_edtBody;
-    int m_nMode = MissingEntry;
-    CString m_strText;
+    CStatic m_stcHeadline;      // the headline
+    CEdit m_edtBody;            // the longer text
+    int m_nMode = MissingEntry; // a Mode
+    CString m_strText;          // of SetMsg
 };

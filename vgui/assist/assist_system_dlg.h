@@ -38,9 +38,11 @@ public:
     // Shows the caption and the videos of the topic and loads the first one.
     void FillVideoList();
 
-    // The player covers the whole screen, or returns to its place.
+    // Has the player cover the whole screen.
     void EnterFullScreen();
+    // Returns the player to its place.
     void LeaveFullScreen();
+    // Whether the player covers the whole screen.
     [[nodiscard]] bool IsFullScreen() const { return m_bFullScreen; }
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
@@ -68,18 +70,18 @@ protected:
     afx_msg HCURSOR OnQueryDragIcon();
     DECLARE_MESSAGE_MAP()
 
-    VButtonST m_btnExit;
-    VButtonST m_btnFullScreen;
-    CEdit m_edtInstructions;
-    CListCtrl m_lstVideos;
+    VButtonST m_btnExit;                     // closes the dialog
+    VButtonST m_btnFullScreen;               // enters full screen
+    CEdit m_edtInstructions;                 // of the video that is selected
+    CListCtrl m_lstVideos;                   // the titles
     std::unique_ptr<VAssistPlayer> m_player; // null: there is none
     HICON m_hIcon;                           // shared, not owned
     CString m_strFolder;                     // of the topic's videos, with a separator at the end
-    CString m_strCaption;
-    bool m_bFullScreen = false;
-    CRect m_rcDialog; // what full screen returns to, in screen coordinates
-    CRect m_rcPlayer;
-    VDlgResizer m_resizer;
+    CString m_strCaption;                    // of the topic
+    bool m_bFullScreen = false;              // the player covers the whole screen
+    CRect m_rcDialog;                        // what full screen returns to, in screen coordinates
+    CRect m_rcPlayer;                        // the player's place in the dialog, client coordinates
+    VDlgResizer m_resizer;                   // lays out the controls
 
 private:
     void RegisterControls();

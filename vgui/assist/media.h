@@ -40,6 +40,7 @@ public:
     // The browser's full-screen property, 0 or not. It only marks the state: the dialog places this window,
     // and the browser follows it.
     BOOL GetFullScreen();
+    // Sets that property.
     void SetFullScreen(int fullScreen);
 
 protected:

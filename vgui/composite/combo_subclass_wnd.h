@@ -44,6 +44,7 @@ private:
 class VGUI_API CComboSubclassWndMap : private CMapPtrToPtr
 {
 public:
+    // The one map.
     static CComboSubclassWndMap& Instance();
 
     // Null when the window has no hook.

@@ -42,13 +42,14 @@ class VGUI_API ComboTreeHook : public CComboSubclassWnd
 public:
     // Sets whom to tell, and the window to hook later on.
     void Prepare(ComboTree* pCombo, HWND hWatched);
+    // Hooks the window that Prepare was given; FALSE as HookWindow.
     BOOL Hook() { return HookWindow(m_hWatched); }
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 protected:
-    ComboTree* m_pCombo = nullptr;
-    HWND m_hWatched = nullptr;
+    ComboTree* m_pCombo = nullptr; // whom to tell, not owned
+    HWND m_hWatched = nullptr;     // the window to hook
 
 private:
     [[nodiscard]] bool Cancels(UINT message, WPARAM wParam, LPARAM lParam) const;
@@ -81,17 +82,23 @@ public:
     // and dropped size. FALSE when there is no such item, or Create fails.
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
 
-    // The parts; they live as long as this object.
+    // The tree. It lives as long as this object, like the other parts.
     ComboTreeDropList& GetTree() { return m_tree; }
+    // The edit field.
     ComboTreeEdit& GetEdit() { return m_edit; }
+    // The drop button.
     ComboTreeButton& GetDropDownButton() { return m_button; }
 
-    // To be called before Create: afterwards FALSE, unless nothing would change.
+    // Whether there are check boxes; not at first. To be called before Create: afterwards FALSE, unless
+    // nothing would change.
     BOOL SetHasCheckboxes(BOOL has);
+    // As set by SetHasCheckboxes.
     BOOL GetHasCheckboxes() const { return m_bHasCheckboxes; }
     // Whether items with children may be chosen; at first they may, and with check boxes always.
     void SetEnableSelectParent(BOOL enable);
+    // The character between the labels of a path.
     wchar_t GetPathDelimiter() const;
+    // Sets it, for all calls from now on.
     void SetPathDelimiter(wchar_t delimiter);
 
     // Adds what is missing of a path and returns its last item; null, and nothing added, when the whole path
@@ -101,8 +108,9 @@ public:
     HTREEITEM FindString(LPCWSTR path, HTREEITEM parent);
     // The same; the tree selects the item that was found.
     HTREEITEM SelectString(LPCWSTR path, HTREEITEM parent);
-    // The first child of parent with a label, or with these low 32 bits of its item data.
+    // The first child of parent with a label, null when there is none.
     HTREEITEM FindChildItem(LPCWSTR label, HTREEITEM parent);
+    // The first child of parent with these low 32 bits of its item data, null when there is none.
     HTREEITEM FindChildItemData(DWORD data, HTREEITEM parent);
     // Deletes an item with all below it: 0, or -1 when the tree refuses. If it was the selected one the edit
     // field takes the label of the next selection (CBN_SELCHANGE is sent), or is emptied.
@@ -110,19 +118,24 @@ public:
     // Deletes all items; the edit field keeps its text.
     void ResetContent();
 
+    // The item that is selected in the tree, null for none.
     HTREEITEM GetCurSel() const;
     // Takes the item's label: 0, or -1 when that is empty.
     int GetLBText(HTREEITEM item, CString& text) const;
-    // 0, or -1 on failure.
+    // Sets the value that the host keeps with an item: 0, or -1 on failure.
     int SetItemData(HTREEITEM item, DWORD_PTR data);
+    // The value that the host keeps with an item.
     DWORD_PTR GetItemData(HTREEITEM item) const;
     // The labels from the root down to the item, joined by the delimiter.
     CString GetTreePath(HTREEITEM item) const;
+    // The path of the selected item.
     CString GetCurrentTreePath() const;
+    // The label of the selected item.
     CString GetCurrentTreeItem() const;
 
-    // The edit field's text.
+    // Sets the edit field's text; the selection stays, and nobody is told.
     void SetWindowText(LPCWSTR text);
+    // The edit field's text.
     CString GetWindowText() const;
 
     // Checks or unchecks an item. One that is partly checked and is to be unchecked stays partly checked;
@@ -130,36 +143,45 @@ public:
     BOOL SetCheck(HTREEITEM item, BOOL check);
     // Partly checked does not count as checked, here and in the walks.
     BOOL IsItemChecked(HTREEITEM item) const;
-    // Null without check boxes. The walks forward do not look below items that are unchecked as long as those
-    // have a next sibling.
+    // The first checked item in the tree's order, null when there is none, and without check boxes. The walks
+    // forward do not look below items that are unchecked as long as those have a next sibling.
     HTREEITEM GetFirstCheckedItem() const;
+    // The next checked item after this one, null after the last.
     HTREEITEM GetNextCheckedItem(HTREEITEM item) const;
+    // The checked item before this one, null before the first.
     HTREEITEM GetPrevCheckedItem(HTREEITEM item) const;
 
-    // The items in the order in which a fully expanded tree shows them.
+    // The item after this one in the order in which a fully expanded tree shows them, null after the last.
     HTREEITEM GetNextItem(HTREEITEM item) const;
+    // The item before this one in that order, null before the first.
     HTREEITEM GetPrevItem(HTREEITEM item) const;
     // The last item below this one, itself when it has no children; for null the last one of the tree.
     HTREEITEM GetLastItem(HTREEITEM item) const;
     // The next sibling, or the tree's first item when there is none. The name misleads; this is intended.
     HTREEITEM GetLastSibling(HTREEITEM item) const;
 
-    // Expand or collapse an item and all below it; ExpandBranch then scrolls the selected item into view.
+    // Expands an item and all below it, and scrolls the selected item into view.
     void ExpandBranch(HTREEITEM item);
+    // Collapses an item and all below it.
     void CollapseBranch(HTREEITEM item);
     // Collapses the item's siblings.
     void CollapseAllSiblings(HTREEITEM item);
 
-    // Open or close the drop-down unless it is so already. Closing tells nobody.
+    // Opens or closes the drop-down unless it is so already. Closing tells nobody.
     void ShowDropDown(BOOL show);
     // Opens it (CBN_DROPDOWN) with the focus in the edit field.
     void ShowTree();
+    // Closes it; nobody is told.
     void HideTree();
+    // Whether the tree is down.
     BOOL GetDroppedState() const { return m_bDropped; }
-    // Size of the drop-down, 200 x 200 at first; a tree that is down is placed anew. Always 0.
+    // Sets the width of the drop-down, 200 at first; a tree that is down is placed anew. Always 0.
     int SetDroppedWidth(UINT width);
+    // The same for its height, 200 at first.
     int SetDroppedHeight(UINT height);
+    // The width of the drop-down.
     int GetDroppedWidth() const { return m_nDroppedWidth; }
+    // The height of the drop-down.
     int GetDroppedHeight() const { return m_nDroppedHeight; }
     // Where the tree would be now, in screen coordinates. A null pointer, or no window: nothing.
     void GetDroppedControlRect(RECT* rect) const;
@@ -170,26 +192,34 @@ public:
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
+    // Creates the tree, hidden. False when it cannot be.
     bool CreateTree();
+    // Creates the drop button at the right edge. False when it cannot be.
     bool CreateButton();
+    // Creates the edit field left of the button. False when it cannot be.
     bool CreateEdit();
     // Below the control, or above it or to its left where the main screen ends; screen coordinates.
     void CalculateDroppedRect(RECT* rect) const;
+    // Shows the tree and remembers what is selected.
     void DisplayTree();
     // Takes the selected item (CBN_SELENDOK) and closes the drop-down. An item that may not be chosen only
     // closes.
     void OnSelection();
     // Restores the selection (CBN_SELENDCANCEL) and closes the drop-down; the edit field keeps its text.
     void OnCancel();
-    // Keys while the drop-down is open, and while it is not. Whether the key was acted on.
+    // Acts on a key message while the drop-down is open. Whether it did.
     bool OnKeyDropdownActive(UINT msg, WPARAM key);
+    // The same while the drop-down is not open.
     bool OnKeyDropdownInactive(UINT msg, WPARAM key);
     // Sends a CBN_ code to the parent. False when the control's window is gone afterwards.
     bool SendParentComboMessage(UINT code);
-    // 0 when there is no tree.
+    // Sends a message to the tree. The tree's answer, 0 when it has no window.
     LRESULT SendTreeMessage(UINT msg, WPARAM wParam, LPARAM lParam) const;
+    // Notes whether the tree is down; shows and hides nothing.
     void SetDroppedState(BOOL dropped) { m_bDropped = dropped; }
+    // Whether the mouse is over the drop button.
     bool IsMouseOnButton() const;
+    // Whether the mouse is over the edit field.
     bool IsMouseOnEdit() const;
     // Whether the focus is on the control, its edit field or its button.
     bool IsEditHighlightOn() const;
@@ -208,15 +238,15 @@ protected:
     afx_msg void OnSetfocusEdit();
     DECLARE_MESSAGE_MAP()
 
-    ComboTreeDropList m_tree;
-    ComboTreeEdit m_edit;
-    ComboTreeButton m_button;
-    CString m_strSavedPath; // of the selection when the tree was displayed
-    int m_nDroppedWidth = 200;
-    int m_nDroppedHeight = 200;
-    BOOL m_bDropped = FALSE;
-    BOOL m_bHasCheckboxes = FALSE;
-    ComboTreeHook m_hook;
+    ComboTreeDropList m_tree;      // hidden unless it is down
+    ComboTreeEdit m_edit;          // the text field
+    ComboTreeButton m_button;      // the drop button
+    CString m_strSavedPath;        // of the selection when the tree was displayed
+    int m_nDroppedWidth = 200;     // of the tree, pixels
+    int m_nDroppedHeight = 200;    // of the tree, pixels
+    BOOL m_bDropped = FALSE;       // the tree is down
+    BOOL m_bHasCheckboxes = FALSE; // see SetHasCheckboxes
+    ComboTreeHook m_hook;          // on the parent while the tree is down
 
 private:
     friend class ComboTreeDropList;

@@ -67,10 +67,10 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     ComboTree* m_pCombo = nullptr; // set by the combo box whose member this is
-    ComboTreeTip m_tip;
-    CImageList m_checkImages;
-    BOOL m_bSelectParent = TRUE;
-    wchar_t m_chDelimiter = L'/';
+    ComboTreeTip m_tip;            // shows labels that are cut off
+    CImageList m_checkImages;      // by check state
+    BOOL m_bSelectParent = TRUE;   // items with children may be chosen
+    wchar_t m_chDelimiter = L'/';  // between the labels of a path
 
 private:
     friend class ComboTree;

@@ -17,6 +17,7 @@ public:
     CComboPopupText(const CComboPopupText&) = delete;
     CComboPopupText& operator=(const CComboPopupText&) = delete;
 
+    // The one popup.
     static CComboPopupText& Instance();
 
     // Sees to it that the window exists, hidden, and belongs to this tree from now on. False when it cannot
@@ -30,6 +31,7 @@ public:
     // Shows the window where it is, after a delay in milliseconds. It goes by itself when the mouse is
     // neither on it nor on its tree.
     void Show(UINT delay);
+    // Hides the window and gives up a delayed show.
     void Hide();
     // Whether the popup went because the mouse left, since it was last to be shown.
     [[nodiscard]] bool HasMouseLeft() const { return m_bMouseLeft != FALSE; }
@@ -45,12 +47,12 @@ protected:
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
-    SIZE m_margins{4, 4}; // pixels
-    CFont m_font;
-    DWORD m_dwAlign = 0;
-    UINT_PTR m_nShowTimer = 0; // 0 while it does not run
-    UINT_PTR m_nLeaveTimer = 0;
-    BOOL m_bMouseLeft = FALSE;
+    SIZE m_margins{4, 4};       // pixels
+    CFont m_font;               // the system's for status bars and tips
+    DWORD m_dwAlign = 0;        // alignment flags
+    UINT_PTR m_nShowTimer = 0;  // ends the delay; 0 while it does not run
+    UINT_PTR m_nLeaveTimer = 0; // looks where the mouse is; 0 while it does not run
+    BOOL m_bMouseLeft = FALSE;  // see HasMouseLeft
 
 private:
     void SetTree(HWND tree);
@@ -79,7 +81,7 @@ public:
     virtual HTREEITEM HitTestLabel(CPoint point, RECT* rect, CString& text);
 
 protected:
-    UINT m_nTreeId = 0;
+    UINT m_nTreeId = 0;          // the tree's control id
     HTREEITEM m_hLast = nullptr; // the item hovered last
 
 private:

@@ -42,11 +42,12 @@ public:
         PIET_GROUP = 3,    // the header of a group; never edited
     };
 
+    // One row.
     struct PropertyItem {
-        CString name;
-        CString value;
-        CString choices; // of the combo boxes, separated by "|"
-        PIET kind = PIET_EDIT;
+        CString name;          // left column, or the header's text
+        CString value;         // right column
+        CString choices;       // of the combo boxes, separated by "|"
+        PIET kind = PIET_EDIT; // how the value is edited
     };
 
     VPropertyList() = default;
@@ -55,18 +56,21 @@ public:
     // it.
     void AddItem(const CString& name, const CString& value, const CString& choices, PIET kind);
 
-    // The text of a row, empty when there is no such row.
+    // The name of a row, empty when there is no such row.
     CString GetItemName(int index) const;
+    // The stored value of a row, empty when there is no such row.
     CString GetItemValue(int index) const;
-    // Set a text and repaint; nothing happens when there is no such row. An open editor keeps its own text,
-    // which replaces the value when it is stored.
+    // Sets the name and repaints; nothing happens when there is no such row.
     void SetItemName(int index, const CString& name);
+    // Sets the value and repaints; nothing happens when there is no such row. An open editor keeps its own
+    // text, which replaces the value when it is stored.
     void SetItemValue(int index, const CString& value);
     // Sets both. The value comes first, unlike in AddItem; this is intended.
     void SetItem(int index, const CString& value, const CString& name);
 
-    // The value or the index of the first row with this name (case matters); empty and -1 when there is none.
+    // The value of the first row with this name (case matters), empty when there is none.
     CString FindItemValue(const CString& name) const;
+    // The index of the first row with this name (case matters), -1 when there is none.
     int FindItemIndex(const CString& name) const;
 
     // The widths of the columns in percent of the row's, 50 each at first. Does not repaint.
@@ -90,6 +94,7 @@ protected:
     void EnsureVisible(int index);
     // Adds the parts of a text between its "|" to a combo box, empty ones included.
     void AddStrToComboList(CComboBox* combo, const CString& choices);
+    // Whether there is such a row.
     [[nodiscard]] bool IsValidIndex(int index) const;
 
     afx_msg BOOL OnSelchange();
@@ -101,14 +106,14 @@ protected:
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     DECLARE_MESSAGE_MAP()
 
-    CArray<PropertyItem> m_items;
-    VComboBox m_combo;     // of PIET_COMBO
-    VComboBox m_dropList;  // of PIET_DROPLIST
-    VEdit m_edit;          // of PIET_EDIT
-    int m_nNameIndent = 0; // of the names, pixels; any header that is drawn sets it for good
-    int m_nNamePercent = 50;
-    int m_nValuePercent = 50;
-    int m_nEditIndex = -1; // the row whose editor is open
+    CArray<PropertyItem> m_items; // the list box's items, in their order
+    VComboBox m_combo;            // of PIET_COMBO
+    VComboBox m_dropList;         // of PIET_DROPLIST
+    VEdit m_edit;                 // of PIET_EDIT
+    int m_nNameIndent = 0;        // of the names, pixels; any header that is drawn sets it for good
+    int m_nNamePercent = 50;      // of the row's width
+    int m_nValuePercent = 50;     // of the row's width
+    int m_nEditIndex = -1;        // the row whose editor is open
 
 private:
     static constexpr int kNoRow = -1;
@@ -155,8 +160,9 @@ class VGUI_API VPropertyGrid : public VListCtrl
     DECLARE_DYNAMIC(VPropertyGrid)
 
 public:
-    static constexpr int kMaxEditableColumns = 24;
+    static constexpr int kMaxEditableColumns = 24; // columns from there on are never edited
 
+    // All columns can be edited, by a double click.
     VPropertyGrid();
 
     // Whether a column's cells can be edited, as all can at first. Nothing happens unless there is such a
@@ -176,6 +182,7 @@ protected:
     void StartEdit(int row, int column);
     // Closes the editor; save says whether its text goes to the cell.
     void EndEdit(bool save);
+    // Whether a cell is being edited.
     [[nodiscard]] bool IsEditCtrlVisible() const;
     // The number of columns, 0 without a header.
     int GetColumnCount() const;
@@ -188,11 +195,11 @@ protected:
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
-    CEdit m_edit;
-    int m_nEditRow = -1;
-    int m_nEditColumn = -1;
-    bool m_bSingleClickStartEdit = false;
-    std::array<bool, kMaxEditableColumns> m_editable;
+    CEdit m_edit;                                     // the editor, a child of the list
+    int m_nEditRow = -1;                              // of the cell being edited, -1 for none
+    int m_nEditColumn = -1;                           // of the cell being edited, -1 for none
+    bool m_bSingleClickStartEdit = false;             // one click opens the editor
+    std::array<bool, kMaxEditableColumns> m_editable; // by column
 
 private:
     void PrepareControl();

@@ -20,6 +20,7 @@ class VGUI_API CXTTipWindow : public CWnd
     DECLARE_DYNAMIC(CXTTipWindow)
 
 public:
+    // A tip without window and text, in the system's colours for tips.
     CXTTipWindow();
     ~CXTTipWindow() override;
 
@@ -30,9 +31,11 @@ public:
     // Title and body, null for none. Lines of the body end with "\n"; every "\r" is taken out. A tip that
     // is shown keeps its size; redraw: it shows the texts at once and not when it is painted next.
     void SetTipText(LPCWSTR title, LPCWSTR body, BOOL redraw = FALSE);
+    // Sets background and text; redraw: at once.
     void SetTipColors(COLORREF back, COLORREF text, BOOL redraw = FALSE);
-    // The room around the texts, and between title and body. Negative values count as 0.
+    // The room left and right of, above and below the texts. Negative values count as 0.
     void SetMargins(CSize margins);
+    // The room between title and body. Negative values count as 0.
     void SetLineSpace(int space);
     // What is added to the point in the rectangle form of ShowTipWindow; (0, 20) at first.
     void SetTipOffsetPos(CPoint offset) { m_ptOffset = offset; }
@@ -76,30 +79,30 @@ protected:
     afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
     DECLARE_MESSAGE_MAP()
 
-    CString m_strTitle;
-    CString m_strBody;
-    CStringArray m_lines; // of the body; none of an empty one
-    CFont m_fontNormal;
-    CFont m_fontBold;
-    HWND m_hParent = nullptr;
-    CSize m_margins{0, 0};
-    CSize m_titleExtent{0, 0};
-    int m_nLineSpace = 0;
-    int m_nTabStops = 0;
-    int* m_pTabStops = nullptr; // not owned
-    UINT_PTR m_nHideTimer = 1;
-    UINT_PTR m_nShowTimer = 2;
-    int m_bShowPending = 0;
-    int m_bCentre = 0;
-    DWORD m_dwStyle = 0;
-    COLORREF m_clrBack;
-    COLORREF m_clrText;
+    CString m_strTitle;           // empty for none
+    CString m_strBody;            // lines separated by "\n"
+    CStringArray m_lines;         // of the body; none of an empty one
+    CFont m_fontNormal;           // of the body
+    CFont m_fontBold;             // of the title
+    HWND m_hParent = nullptr;     // the owner
+    CSize m_margins{0, 0};        // around the texts
+    CSize m_titleExtent{0, 0};    // of the title as measured
+    int m_nLineSpace = 0;         // between title and body
+    int m_nTabStops = 0;          // entries of m_pTabStops
+    int* m_pTabStops = nullptr;   // not owned
+    UINT_PTR m_nHideTimer = 1;    // timer id
+    UINT_PTR m_nShowTimer = 2;    // timer id
+    int m_bShowPending = 0;       // a delayed show waits
+    int m_bCentre = 0;            // the point is the middle of the upper edge
+    DWORD m_dwStyle = 0;          // VGTip constants
+    COLORREF m_clrBack;           // background
+    COLORREF m_clrText;           // text
     CRect m_rcClient{0, 0, 0, 0}; // client coordinates, without the shadow
     CRect m_rcWindow{0, 0, 0, 0}; // screen coordinates, without the shadow
     CRect m_rcShadow{0, 0, 0, 0}; // client coordinates
     CRect m_rcHot{0, 0, 0, 0};    // screen coordinates; empty for none
-    CPoint m_ptOffset{0, 20};
-    CPoint m_ptShow{0, 0}; // screen coordinates
+    CPoint m_ptOffset{0, 20};     // see SetTipOffsetPos
+    CPoint m_ptShow{0, 0};        // screen coordinates
 
 private:
     BOOL Create(LPCWSTR lpszClassName, LPCWSTR lpszWindowName, DWORD dwStyle, const RECT& rect,

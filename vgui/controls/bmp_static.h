@@ -20,6 +20,7 @@ class VGUI_API VBmpStatic : public CStatic
     DECLARE_DYNAMIC(VBmpStatic)
 
 public:
+    // How large the picture is shown.
     enum class Scaling {
         Fit,    // as large as the client area allows, with the picture's proportions
         Actual, // pixel by pixel; what does not fit is cut off on all sides alike
@@ -50,10 +51,12 @@ public:
 
     // Whether the fence is drawn.
     void SetSelect(BOOL bSelect);
+    // As set by SetSelect, FALSE at first.
     [[nodiscard]] BOOL GetSelect() const { return m_bSelect; }
 
     // Fit at first.
     void SetScaling(Scaling scaling);
+    // As set by SetScaling.
     [[nodiscard]] Scaling GetScaling() const { return m_scaling; }
 
     // Where a picture of that size lies in a client area: centred. It reaches beyond the area if it does not

@@ -74,6 +74,7 @@ public:
     // Checks or unchecks the button. Checking one that was not checked unchecks the others of the group, but
     // only with bRepaint.
     DWORD SetCheck(int nCheck, BOOL bRepaint = TRUE) override;
+    // 1 when the button is checked, 0 otherwise.
     int GetCheck() const { return radioChecked; }
 
     void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) override;
@@ -97,9 +98,9 @@ protected:
     afx_msg LRESULT OnSetCheckMessage(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
-    COLORREF bkColor; // read by no drawing
-    BOOL radioChecked = FALSE;
-    BOOL hot = FALSE; // the mouse is over the control
+    COLORREF bkColor;          // read by no drawing
+    BOOL radioChecked = FALSE; // the button is checked
+    BOOL hot = FALSE;          // the mouse is over the control
 
 private:
     class GroupWatch;
@@ -157,8 +158,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
     CFont underlineFont; // the control's font, underlined
-    int type = 0;
-    CString link;
+    int type = 0;        // see SetType
+    CString link;        // see SetLink
 
 private:
     void CreateUnderlineFont(HFONT hFont);

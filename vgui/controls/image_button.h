@@ -43,8 +43,9 @@ public:
     VButtonST& operator=(const VButtonST&) = delete;
     ~VButtonST() override;
 
-    // The version of the class.
+    // The version of the class, times ten.
     static int GetVersionI() { return 34; }
+    // The same as text.
     static LPCWSTR GetVersionC() { return L"3.4"; }
 
     // Shows a picture while hovered, pressed or checked (In), and another otherwise (Out; 0 or null: the same
@@ -67,6 +68,7 @@ public:
 
     // Of toggle buttons: any non-zero nCheck checks. Nothing happens to other buttons.
     virtual DWORD SetCheck(int nCheck, BOOL bRepaint = TRUE);
+    // 1 for a checked toggle button, 0 otherwise.
     int GetCheck() const { return checked; }
     // Whether the button is its dialog's default button.
     int GetDefault() { return isDefault; }
@@ -115,8 +117,9 @@ protected:
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 
-    // Steps of DrawItem. Both answer StResultOk.
+    // A step of DrawItem: fills the button's rectangle. Answers StResultOk.
     virtual DWORD OnDrawBackground(CDC* pDC, const RECT* pRect);
+    // A step of DrawItem: draws the frame within the rectangle. Answers StResultOk.
     virtual DWORD OnDrawBorder(CDC* pDC, const RECT* pRect);
 
     // Lets go of icons, bitmaps and masks; with bCheckForNull they are destroyed, without only forgotten.
@@ -136,8 +139,10 @@ protected:
     // A picture larger than the room to centre it in lands far outside; this is intended.
     void PrepareImageRect(BOOL bHasTitle, RECT* pItem, CRect* pCaption, BOOL bPressed, DWORD dwWidth,
                           DWORD dwHeight, CRect* pImage);
+    // Draws the icon of the present state, beside the caption if there is one, and takes its room out of
+    // *pCaption.
     void DrawTheIcon(CDC* pDC, BOOL bHasTitle, RECT* pItem, CRect* pCaption, BOOL bPressed, BOOL bDisabled);
-    // A disabled bitmap looks like an enabled one.
+    // The same for the bitmap. A disabled one looks like an enabled one.
     void DrawTheBitmap(CDC* pDC, BOOL bHasTitle, RECT* pItem, CRect* pCaption, BOOL bPressed, BOOL bDisabled);
 
     afx_msg void OnDestroy();
@@ -162,45 +167,47 @@ protected:
     afx_msg LRESULT OnSetCheckMessage(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
+    // An icon of the button.
     struct Icon {
-        HICON handle;
-        DWORD width; // pixels
-        DWORD height;
+        HICON handle; // owned, null for none
+        DWORD width;  // pixels
+        DWORD height; // pixels
     };
+    // A bitmap of the button.
     struct Bitmap {
-        HBITMAP handle;
-        DWORD width; // pixels
-        DWORD height;
-        HBITMAP mask;
-        COLORREF transparent;
+        HBITMAP handle;       // owned, null for none
+        DWORD width;          // pixels
+        DWORD height;         // pixels
+        HBITMAP mask;         // owned; white where the bitmap is not shown
+        COLORREF transparent; // of the pixels that are not shown
     };
-    static constexpr int kColors = 6;
+    static constexpr int kColors = 6;     // of SetColor
     static constexpr int kMaxUrl = 260;   // characters
     static constexpr UINT kTypeMask = 31; // the part of a button's style that tells its type
 
-    BOOL flat = TRUE;
-    BOOL hovering = FALSE;
-    BOOL transparent = FALSE;
-    BOOL pressed = FALSE; // these three: as of the last painting
-    BOOL focused = FALSE;
-    BOOL disabled = FALSE;
-    BOOL isDefault = FALSE;
-    BOOL isToggle = FALSE;
-    BYTE imageAlign = 0; // 0 left of the caption, 1 above it, 2 right of it
-    BOOL drawBorder = TRUE;
-    BOOL drawFlatFocus = FALSE;
-    COLORREF colors[kColors];
-    HMENU menu = nullptr; // owned
-    HWND menuOwner = nullptr;
-    BOOL menuShown = FALSE;
+    BOOL flat = TRUE;               // see SetFlat
+    BOOL hovering = FALSE;          // highlighted: the mouse is over the button
+    BOOL transparent = FALSE;       // see DrawTransparent
+    BOOL pressed = FALSE;           // as of the last painting
+    BOOL focused = FALSE;           // as of the last painting
+    BOOL disabled = FALSE;          // as of the last painting
+    BOOL isDefault = FALSE;         // the dialog's default button
+    BOOL isToggle = FALSE;          // clicks check and uncheck it
+    BYTE imageAlign = 0;            // 0 left of the caption, 1 above it, 2 right of it
+    BOOL drawBorder = TRUE;         // see DrawBorder
+    BOOL drawFlatFocus = FALSE;     // see DrawFlatFocus
+    COLORREF colors[kColors];       // by colour index
+    HMENU menu = nullptr;           // owned
+    HWND menuOwner = nullptr;       // gets the menu's commands
+    BOOL menuShown = FALSE;         // the menu is down
     BYTE textAlign = 1;             // 0 left, 1 centred, 2 right
     HCURSOR cursor = nullptr;       // owned
     CToolTipCtrl toolTip;           // without a window on a skinned dialog
     CDC bkDC;                       // holds the parent's picture
     CBitmap bkBitmap;               // the picture
     CBitmap* oldBkBitmap = nullptr; // what bkDC held before; only good until the thread is idle
-    BOOL alwaysTrack = FALSE;
-    int checked = 0;
+    BOOL alwaysTrack = FALSE;       // see SetAlwaysTrack
+    int checked = 0;                // 1 for a checked toggle button
     UINT typeStyle = kTypeMask; // the type found when the button was subclassed; 0 for a default push button
     wchar_t url[kMaxUrl];       // not terminated when it is full
     Icon icons[2];              // [0] hovered, pressed or checked; [1] otherwise. Either icons or bitmaps.

@@ -47,6 +47,7 @@ public:
     // TRUE: the bar may be dropped anywhere and leaves the panes alone; the parent lays them out when it is
     // told of the movement.
     void SetOutDriveMode(BOOL outDrive);
+    // As set by SetOutDriveMode, FALSE at first.
     BOOL GetOutDriveMode() const;
 
     // Whether a point in screen coordinates lies on the bar. FALSE without a window.
@@ -72,19 +73,19 @@ protected:
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
-    CRect barRect;      // screen coordinates; taken at creation and when a drag begins
-    CRect lastDragRect; // parent client coordinates
-    CRect dragRect;     // parent client coordinates
-    BOOL dragging = FALSE;
-    HWND pane1 = nullptr; // left or upper
-    HWND pane2 = nullptr; // right or lower
-    int minSize1 = 0;
-    int minSize2 = 0;
-    int mostLow = 0; // least and greatest place of the leading edge, parent client coordinates
-    int mostHigh = 0;
-    BOOL horizontal = FALSE;
-    BOOL outDriveMode = FALSE;
-    COLORREF barColor;
+    CRect barRect;             // screen coordinates; taken at creation and when a drag begins
+    CRect lastDragRect;        // parent client coordinates
+    CRect dragRect;            // parent client coordinates
+    BOOL dragging = FALSE;     // the mouse drags the bar
+    HWND pane1 = nullptr;      // left or upper
+    HWND pane2 = nullptr;      // right or lower
+    int minSize1 = 0;          // least size of pane1 along the drag, pixels
+    int minSize2 = 0;          // the same of pane2
+    int mostLow = 0;           // least place of the leading edge, parent client coordinates
+    int mostHigh = 0;          // greatest place
+    BOOL horizontal = FALSE;   // lies across, moves up and down
+    BOOL outDriveMode = FALSE; // the parent lays out the panes
+    COLORREF barColor;         // of the centre line, 0 for none
 
 private:
     void InvertOnParent(const CRect& rect, const CRect* erase);

@@ -144,7 +144,7 @@ protected:
     afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
-    CToolTipCtrl m_toolTip;
+    CToolTipCtrl m_toolTip;     // the control's own, see InitToolTip
     BOOL m_bHover = FALSE;      // the mouse is on the button
     CRect m_rcFace{0, 0, 0, 0}; // the button as it was last painted, client coordinates
 };
@@ -168,9 +168,10 @@ public:
     int SetUseTitle(int useTitle);
 
 protected:
-    // The two looks, for the whole client area. The font is selected, and the controls on the box are
-    // clipped out.
+    // Draws the look without a band, for the whole client area. The font is selected, and the controls on the
+    // box are clipped out.
     virtual void DrawNormalStyle(CDC* pDC);
+    // The same for the look with a band.
     virtual void DrawTitleStyle(CDC* pDC);
 
     BOOL PreCreateWindow(CREATESTRUCT& cs) override;
@@ -182,8 +183,8 @@ protected:
     afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
-    int m_nTitleHeight = 20;
-    int m_bUseTitle = 0;
+    int m_nTitleHeight = 20; // of the band, pixels
+    int m_bUseTitle = 0;     // the box has the band
 
 private:
     void Draw(CDC& dc);

@@ -43,6 +43,7 @@ public:
 
     // Whether the bar's background is that of its parent, as it is at first, or a band of its own.
     void SetBkColorAsParent(BOOL bAsParent);
+    // As set by SetBkColorAsParent.
     BOOL GetBkColorAsParent() const;
 
 protected:
@@ -57,7 +58,7 @@ protected:
     afx_msg BOOL OnGetInfoTip(NMHDR* pNMHDR, LRESULT* pResult);
     DECLARE_MESSAGE_MAP()
 
-    BOOL m_bBkColorAsParent = TRUE;
+    BOOL m_bBkColorAsParent = TRUE; // the background is the parent's
 
 private:
     void DrawBackground(CDC& dc);

@@ -71,28 +71,34 @@ class VGUI_API VCheckTreeCtrl : public VTreeCtrl
     DECLARE_DYNAMIC(VCheckTreeCtrl)
 
 public:
+    // The state of an item, CtcInvalid for null and an item with an image that is no check box.
     [[nodiscard]] CTC_CHECKSTAT GetNodeCheckStat(const HTREEITEM& item) const;
 
-    // Sets the item, all below it and, as its siblings are, all above it.
+    // Checks the item, all below it and, as its siblings are, all above it.
     void Check(HTREEITEM item);
+    // The same, unchecking.
     void Uncheck(HTREEITEM item);
-    // The same for all items.
+    // Checks all items.
     void CheckAll();
+    // Unchecks all items.
     void UncheckAll();
     // Toggles each item of the first level, then each of their children, which follow at once what is above
     // them, and so on. The outcome is: the first level's boxes decide, leaves one level deeper come out the
     // other way round with each level, and what has children follows them.
     void ReverseAll();
 
-    // Whether all items of the first level are checked, or unchecked. False for an empty tree.
+    // Whether all items of the first level are checked. False for an empty tree.
     [[nodiscard]] bool IsAllChecked() const;
+    // Whether all items of the first level are unchecked. False for an empty tree.
     [[nodiscard]] bool IsNoneChecked() const;
 
     // Shows or takes away the check boxes; they are there at first. The states stay.
     void SetUseCheck(bool use);
+    // As set by SetUseCheck.
     [[nodiscard]] bool GetUseCheck() const { return useCheck; }
     // Whether a click on an item's text toggles it, too; not at first.
     void SetClickOnTextCheck(bool use) { clickOnTextCheck = use; }
+    // As set by SetClickOnTextCheck.
     [[nodiscard]] bool GetclickOnTextCheck() const { return clickOnTextCheck; }
 
 protected:
@@ -100,9 +106,9 @@ protected:
 
     // Sets this item alone. CtcInvalid has no image and changes nothing.
     void SetNodeCheckStat(const HTREEITEM& item, CTC_CHECKSTAT stat);
-    // Gives the item's state to everything below it, and takes the state of everything above from the
-    // children there.
+    // Gives the item's state to everything below it.
     void UpdateChildStat(HTREEITEM item);
+    // Gives everything above the item the state that follows from the children there.
     void UpdateParentStat(HTREEITEM item);
 
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
@@ -110,9 +116,9 @@ protected:
     afx_msg void OnContextMenu(CWnd* pWnd, CPoint point);
     DECLARE_MESSAGE_MAP()
 
-    CImageList checkImages;
-    bool useCheck = true;
-    bool clickOnTextCheck = false;
+    CImageList checkImages;        // the boxes, by CTC_CHECKSTAT
+    bool useCheck = true;          // the boxes are shown
+    bool clickOnTextCheck = false; // a click on the text toggles, too
 
 private:
     void LoadCheckImages();
@@ -135,11 +141,12 @@ VGUI_API bool AdjustTreeCtrlCheckState(VCheckTreeCtrl& tree);
 // tree has no window, when an item is null, or when there is no memory for more.
 VGUI_API bool CopyTreeChildNode(CTreeCtrl& tree, HTREEITEM destParent, HTREEITEM srcParent);
 
-// Expand the whole tree; an item and all below it; an item and the siblings after it, one level only. Items
-// that the host inserts while they are being expanded take part. A tree that is null or has no window is left
-// alone.
+// Expands the whole tree. Items that the host inserts while they are being expanded take part, here and
+// below. A tree that is null or has no window is left alone.
 VGUI_API void ExpandTree(CTreeCtrl* tree);
+// Expands an item and all below it.
 VGUI_API void ExpandTreeItem(CTreeCtrl* tree, HTREEITEM item);
+// Expands an item and the siblings after it, one level only.
 VGUI_API void ExpandTreeLevel(CTreeCtrl* tree, HTREEITEM item);
 // Collapses the items of the first level and repaints.
 VGUI_API void CollapseTreeAtRoot(CTreeCtrl* tree);

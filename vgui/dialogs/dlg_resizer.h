@@ -77,16 +77,17 @@ protected:
 
 // Four factors that can be registered with a control. They are kept with it and take no part in the layout.
 struct SRESIZERSCALE {
+    // A factor for each edge.
     // The first two arguments land in each other's field; this is intended, and copies keep the fields.
     SRESIZERSCALE(double fLeft_, double fRight_, double fTop_, double fBottom_)
         : fLeft(fRight_), fRight(fLeft_), fTop(fTop_), fBottom(fBottom_)
     {
     }
 
-    double fLeft;
-    double fRight;
-    double fTop;
-    double fBottom;
+    double fLeft;   // of the left edge
+    double fRight;  // of the right edge
+    double fTop;    // of the upper edge
+    double fBottom; // of the lower edge
 };
 
 // Anchors the edges of controls: an edge follows the whole change of the dialog's size or half of it. Halves
@@ -106,12 +107,13 @@ public:
         MoveAll = MoveLeft | MoveRight | MoveTop | MoveBottom
     };
 
+    // What is kept of a registered control.
     struct RESIZEREC {
-        HWND hWnd = nullptr;
-        UINT nFlags = 0;
-        int cx = 0; // size after the last layout, 0 before the first one
-        int cy = 0;
-        SRESIZERSCALE scale{0, 0, 0, 0};
+        HWND hWnd = nullptr;             // the control, not owned
+        UINT nFlags = 0;                 // its anchoring flags
+        int cx = 0;                      // width after the last layout, 0 before the first one
+        int cy = 0;                      // height, likewise
+        SRESIZERSCALE scale{0, 0, 0, 0}; // its factors
     };
 
     // Registers a control under a rule; the form with factors makes it follow the dialog's right bottom
@@ -153,30 +155,35 @@ private:
 class VGUI_API VDlgResizerEx : public VDlgResizerBase
 {
 public:
+    // The fractions of pixels, above -1 and below 1, that a control's edges have not moved yet.
     struct MEASUREERROR {
-        HWND hWnd = nullptr;
-        float eLeft = 0; // pixels not yet applied, above -1 and below 1
-        float eRight = 0;
-        float eTop = 0;
-        float eBottom = 0;
+        HWND hWnd = nullptr; // the control, not owned
+        float eLeft = 0;     // of the left edge
+        float eRight = 0;    // of the right edge
+        float eTop = 0;      // of the upper edge
+        float eBottom = 0;   // of the lower edge
     };
 
+    // What is kept of a registered control.
     struct RESIZEREC {
-        HWND hWnd = nullptr;
-        float fLeft = 0; // shares of dx
-        float fRight = 0;
-        float fTop = 0; // shares of dy
-        float fBottom = 0;
-        int cx = 0; // size after the last layout, 0 before the first one
-        int cy = 0;
+        HWND hWnd = nullptr; // the control, not owned
+        float fLeft = 0;     // share of dx that the left edge moves by
+        float fRight = 0;    // share of dx, right edge
+        float fTop = 0;      // share of dy, upper edge
+        float fBottom = 0;   // share of dy, lower edge
+        int cx = 0;          // width after the last layout, 0 before the first one
+        int cy = 0;          // height, likewise
     };
 
-    // As the functions of VDlgResizer, with a share for each edge as the rule. A share that is not a number
-    // moves nothing.
+    // Registers a control, as VDlgResizer does, with a share for each edge as the rule. A share that is not a
+    // number moves nothing.
     void AddControl(UINT nID, double fLeft, double fRight, double fTop, double fBottom);
     void AddControl(const CWnd* pCtrl, double fLeft, double fRight, double fTop, double fBottom);
+    // Replaces the shares of a registered control. Nothing happens for any other.
     void SetControl(UINT nID, float fLeft, float fRight, float fTop, float fBottom);
     void SetControl(const CWnd* pCtrl, float fLeft, float fRight, float fTop, float fBottom);
+    // Gives a registered control new shares and lays it out at once for a change by (dx, dy). Nothing happens
+    // for any other control. The dialog's reference size stays.
     void Resize(UINT nID, int dx, int dy, float fLeft, float fRight, float fTop, float fBottom);
     void Resize(CWnd* pCtrl, int dx, int dy, float fLeft, float fRight, float fTop, float fBottom);
 

@@ -104,9 +104,9 @@ protected:
     virtual CString GetFormatString(const CString& text);
 
     // Steps aside while the host's editor takes input: hides the dialog and gives its parent the focus
-    // (modal: also enables it and the main frame). CompleteEditorCommand undoes it; without a preceding
-    // BeginEditorCommand it does nothing. Both do nothing without a window.
+    // (modal: also enables it and the main frame). Nothing happens without a window.
     void BeginEditorCommand();
+    // Undoes BeginEditorCommand. Nothing happens without one before it, or without a window.
     void CompleteEditorCommand();
 
     // Gives the window a rectangular region of its own size; only with a painted non-client area.
@@ -114,8 +114,12 @@ protected:
     // Paints the whole non-client area now; nothing when it is the system's or the window is hidden.
     void DrawNcArea();
     // The steps of DrawNcArea, in window coordinates (origin at the window's top left corner).
+
+    // Draws the rings of the frame along the window rectangle.
     void DrawFrame(CDC* pDC, const CRect& rcWnd);
+    // Draws the caption's gradient, text and bottom line.
     void DrawCaption(CDC* pDC, const CRect& rcCap);
+    // Draws the caption buttons that the window's style asks for.
     void DrawCapBtns(CDC* pDC);
     // The caption's rectangle in window coordinates for a window rectangle.
     CRect GetCapRect(const CRect& rcWnd);
@@ -142,27 +146,28 @@ protected:
     afx_msg void OnGetMinMaxInfo(MINMAXINFO* lpMMI);
     DECLARE_MESSAGE_MAP()
 
+    // How a control is drawn that is not drawn like the others.
     struct CtrlFormat {
         std::unique_ptr<CFont> pFont;  // null: the dialog's font
         COLORREF clrText = 0xFFFFFFFF; // 0xFFFFFFFF: no colour set
     };
 
-    COLORREF m_clrText;     // text colour of static controls
-    COLORREF m_clrBk;       // background colour
-    CBrush m_brBk;          // brush of m_clrBk, from OnInitDialog on
-    int m_nEditorState = 0; // 0 idle, 1 hidden while invisible, 3 hidden while visible
-    bool m_bModeless = true;
-    CToolTipCtrl m_ToolTip;
-    CFont m_Font;
-    int m_bActive = 1; // the last WM_NCACTIVATE
-    int m_bSkinNc = 0; // 1: this class paints the non-client area
-    bool m_bAllowResizeY = true;
-    bool m_bAllowResizeX = true;
+    COLORREF m_clrText;            // text colour of static controls
+    COLORREF m_clrBk;              // background colour
+    CBrush m_brBk;                 // brush of m_clrBk, from OnInitDialog on
+    int m_nEditorState = 0;        // 0 idle, 1 hidden while invisible, 3 hidden while visible
+    bool m_bModeless = true;       // not opened by DoModal
+    CToolTipCtrl m_ToolTip;        // of the controls and the caption buttons
+    CFont m_Font;                  // unused; for derived classes
+    int m_bActive = 1;             // the last WM_NCACTIVATE
+    int m_bSkinNc = 0;             // 1: this class paints the non-client area
+    bool m_bAllowResizeY = true;   // the height may be changed by dragging
+    bool m_bAllowResizeX = true;   // the width may be changed by dragging
     UINT m_nMinWidth = 0;          // pixels, 0 for none
     UINT m_nMinHeight = 0;         // pixels, 0 for none
     CArray<CWnd*> m_arrSubclassed; // the replaced children, owned; destroyed and deleted in OnDestroy
-    std::map<UINT, CtrlFormat> m_mapCtrlFormat;
-    CBitmap m_bmpHelp;      // glyph of the help caption button
+    std::map<UINT, CtrlFormat> m_mapCtrlFormat; // by control id
+    CBitmap m_bmpHelp;                          // glyph of the help caption button
     bool m_bHelpBtn = true; // whether there is a help caption button; set before OnInitDialog
     int m_bNcBtnDown = 0;   // a caption button was pressed and not yet released
 
@@ -200,8 +205,8 @@ public:
     void CompleteEditorCommand();
 
 protected:
-    VGuiDlg* m_pDlg;
-    bool m_bCompleted = false;
+    VGuiDlg* m_pDlg;           // not owned
+    bool m_bCompleted = false; // the dialog is back
 
 private:
     HWND m_hDlg = nullptr; // the window that stepped aside, to notice that the dialog is gone

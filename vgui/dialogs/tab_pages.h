@@ -42,7 +42,7 @@ protected:
     afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
-    int m_nDrawingStyle = VGTabGradient;
+    int m_nDrawingStyle = VGTabGradient; // a VGTab constant
 
 private:
     // bodyTop: the upper edge of the page's frame.
@@ -63,6 +63,8 @@ class VGUI_API VTabPage : public VGuiDlg
     DECLARE_DYNAMIC(VTabPage)
 
 public:
+    // nIDTemplate: a dialog template in the resource chain. The tab control that creates the page becomes its
+    // parent, whatever pParent is.
     explicit VTabPage(UINT nIDTemplate, CWnd* pParent = nullptr);
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
@@ -82,7 +84,7 @@ protected:
     void OnOK() override;
     void OnCancel() override;
 
-    UINT m_nTemplateId;
+    UINT m_nTemplateId; // of the dialog template
 };
 
 // What a VTabDlgCtrl keeps of a page.
@@ -93,9 +95,9 @@ struct VGUI_API PageStruct {
     PageStruct& operator=(const PageStruct&) = delete;
 
     VTabPage* pPage = nullptr; // not owned
-    CString strTitle;
+    CString strTitle;          // on its tab
     HBITMAP hBitmap = nullptr; // owned; null for none
-    int bEnabled = 0;
+    int bEnabled = 0;          // whether it has a tab
 };
 
 // Shows one of up to 20 pages at a time, chosen by its tabs. A disabled page has no tab.
@@ -113,7 +115,7 @@ class VGUI_API VTabDlgCtrl : public VTabCtrl
     DECLARE_DYNAMIC(VTabDlgCtrl)
 
 public:
-    static constexpr int MaxPages = 20;
+    static constexpr int MaxPages = 20; // the most that AddPage takes
 
     VTabDlgCtrl() = default;
     ~VTabDlgCtrl() override;
@@ -123,6 +125,7 @@ public:
     // Adds a page. bitmapId: a bitmap of the library's resources, 0 for none; createNow: creates the page's
     // window now and not when it is first shown. Null pages and the 21st one are refused.
     void AddPage(const wchar_t* title, VTabPage* page, int enabled, UINT bitmapId, int createNow);
+    // The number of pages, disabled ones included.
     int GetPageNum() const { return m_nPageCount; }
     // The shown page, -1 for none.
     int GetActive() const { return m_nActive; }
@@ -136,6 +139,7 @@ public:
     // when no other page is enabled, no page is active afterwards.
     void EnablePage(int page, int enable, int* nextActive = nullptr);
     void EnablePage(const wchar_t* title, int enable, int* nextActive = nullptr);
+    // Non-zero when the page has a tab; 0 when there is no such page.
     int IsPageEnabled(int page) const;
 
     // Called with the tab's index, not the page's, after a click on a tab. Null for none.
@@ -151,6 +155,7 @@ public:
     void EnsureInitialized(int page);
     // Destroys and creates again the window of a page that has one. The active page is shown again.
     void ReInitPage(int page);
+    // The same for all pages.
     void ReInitAllPages();
 
 protected:
@@ -159,10 +164,13 @@ protected:
     void ActivePage(int page);
     // Hides the active page. 0 when it refuses, or has destroyed the control.
     int DeactivePage();
+    // The page of a tab, -1 when there is no such tab.
     int MapTabItemToPage(int item) const;
+    // The tab of a page, -1 when it has none.
     int MapPageToTabItem(int page) const;
     // The band of the out-driven mode, in client coordinates.
     CRect GetTitleRect() const;
+    // Draws the band of the out-driven mode with the active page's bitmap and title. rect is GetTitleRect().
     virtual void DrawTitle(CDC* pDC, const CRect& rect);
 
     void PreSubclassWindow() override;
@@ -175,12 +183,12 @@ protected:
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 
-    void (*m_pfnChanged)(int) = nullptr;
-    int m_nTitleHeight = 25;
-    int m_bOutDriven = 0;
-    int m_nActive = -1;
-    int m_nPageCount = 0;
-    std::array<std::unique_ptr<PageStruct>, MaxPages> m_pages;
+    void (*m_pfnChanged)(int) = nullptr;                       // of SetFunction
+    int m_nTitleHeight = 25;                                   // of the title band, pixels
+    int m_bOutDriven = 0;                                      // there is a title band in place of the tabs
+    int m_nActive = -1;                                        // the shown page
+    int m_nPageCount = 0;                                      // the number of pages
+    std::array<std::unique_ptr<PageStruct>, MaxPages> m_pages; // the first m_nPageCount are set
 
 private:
     friend class VTabPage;

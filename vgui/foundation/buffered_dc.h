@@ -16,6 +16,7 @@
 class VGUI_API VBufferedDC : public CDC
 {
 public:
+    // What the picture shows before anything is painted.
     enum class Start {
         Blank,  // the whole rectangle is going to be painted
         Target, // what the target shows there is kept where nothing is painted

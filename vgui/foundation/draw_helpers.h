@@ -110,6 +110,7 @@ VGUI_API COLORREF VGGetParentBkColor(CWnd* pWnd);
 class VGUI_API VPen : public CPen
 {
 public:
+    // Makes the pen and selects it into a context, which stays the caller's; null for none.
     VPen(HDC hDC, COLORREF clr);
     VPen(CDC* pDC, COLORREF clr);
     ~VPen() override;
@@ -134,6 +135,7 @@ private:
 class VGUI_API VBrush : public CBrush
 {
 public:
+    // Makes the brush and selects it into a context, which stays the caller's; null for none.
     VBrush(HDC hDC, COLORREF clr);
     VBrush(CDC* pDC, COLORREF clr);
     ~VBrush() override;

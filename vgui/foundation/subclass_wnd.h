@@ -31,7 +31,9 @@ public:
     // with nothing changed, for a window that does not exist or belongs to another thread. Null unhooks,
     // which always succeeds.
     virtual BOOL HookWindow(HWND hWnd);
+    // Takes the hook off its window, if it has one. TRUE.
     BOOL Unhook() { return HookWindow(static_cast<HWND>(nullptr)); }
+    // Whether the hook is on a window.
     [[nodiscard]] BOOL IsHooked() const { return m_hWnd != nullptr; }
 
     // Called for each message of the window. What an override does not handle it hands to this one, which
@@ -59,6 +61,7 @@ private:
 class VGUI_API CSubclassWndMap : private CMapPtrToPtr
 {
 public:
+    // The one map.
     static CSubclassWndMap& Instance();
 
     // Null when the window has no hook.

@@ -12,6 +12,7 @@
 class VGUI_API VoWindowFuncBase
 {
 public:
+    // Takes the window of an object.
     explicit VoWindowFuncBase(CWnd* pWnd);
     virtual ~VoWindowFuncBase() = default;
     VoWindowFuncBase(const VoWindowFuncBase&) = delete;
@@ -26,6 +27,7 @@ protected:
 class VGUI_API VoWindowLock : public VoWindowFuncBase
 {
 public:
+    // Locks the window.
     explicit VoWindowLock(CWnd* pWnd);
     // Unlocks.
     ~VoWindowLock() override;
@@ -42,6 +44,7 @@ public:
 class VGUI_API VoWindowShow : public VoWindowFuncBase
 {
 public:
+    // Calls ShowWindow with an SW_ value.
     VoWindowShow(CWnd* pWnd, int nCmdShow);
     ~VoWindowShow() override;
 
@@ -53,6 +56,7 @@ private:
 class VGUI_API VoWindowEnable : public VoWindowFuncBase
 {
 public:
+    // Enables (true) or disables the window.
     VoWindowEnable(CWnd* pWnd, bool bEnable);
     ~VoWindowEnable() override;
 
@@ -64,6 +68,7 @@ private:
 class VGUI_API VoWindowDestory : public VoWindowFuncBase
 {
 public:
+    // Takes the window to be destroyed.
     explicit VoWindowDestory(CWnd* pWnd);
     ~VoWindowDestory() override;
 };
@@ -73,6 +78,7 @@ public:
 class VGUI_API CSingleWinLock
 {
 public:
+    // Locks the window with pLock, which stays the caller's and must outlive this object.
     CSingleWinLock(VoWindowLock* pLock, CWnd* pWnd);
     virtual ~CSingleWinLock();
     CSingleWinLock(const CSingleWinLock&) = delete;
@@ -87,19 +93,27 @@ private:
 class VGUI_API VWndPos
 {
 public:
-    static constexpr int Unknown = -1;
+    static constexpr int Unknown = -1; // a coordinate or a size that was not recorded
 
+    // A record with these values: the upper left corner and the size in pixels, Unknown for what is not
+    // known, and whether the window is maximised.
     explicit VWndPos(CWnd* pWnd = nullptr, int x = Unknown, int y = Unknown, int cx = Unknown,
                      int cy = Unknown, bool bMaximized = false);
 
     // Sets the window. False, keeping the one before, when there is no window.
     bool Init(CWnd* pWnd);
 
+    // Records the upper left corner, in screen pixels; the window is not moved.
     void SetPos(int x, int y);
+    // Records the size in pixels; the window is not sized.
     void SetSize(int cx, int cy);
+    // The recorded left edge in screen pixels, Unknown for none.
     [[nodiscard]] int GetXPos() const { return m_x; }
+    // The recorded upper edge in screen pixels, Unknown for none.
     [[nodiscard]] int GetYPos() const { return m_y; }
+    // The recorded width in pixels, Unknown for none.
     [[nodiscard]] int GetXSize() const { return m_cx; }
+    // The recorded height in pixels, Unknown for none.
     [[nodiscard]] int GetYSize() const { return m_cy; }
     // Whether Save and Restore deal with the size, too; they do at first.
     void SetRecordSize(bool bRecordSize) { m_bRecordSize = bRecordSize; }

@@ -76,18 +76,22 @@ public:
     void Destroy();
     // The block; it stays the object's.
     HGLOBAL GetHandle() const { return m_hDib; }
-    // The bitmap (a DIB section) and the palette; they stay the object's and last until the image changes.
-    // Null when there is none: the palette for an image without colour table.
+    // The bitmap, a DIB section. It stays the object's and lasts until the image changes; null when there is
+    // none.
     CBitmap* GetBitmap() const { return m_pBitmap; }
+    // The palette. It stays the object's and lasts until the image changes; null when there is none, as for
+    // an image without colour table.
     CPalette* GetPalette() const { return m_pPalette; }
     // Whether there is no image: no block, or one that holds no DIB. There may be a bitmap nevertheless.
     int IsEmpty() const;
 
-    // A BI_ constant.
+    // How the pixels are stored, a BI_ constant.
     DWORD GetCompression() const;
+    // Bits per pixel.
     WORD GetBitCount() const;
-    // Pixels.
+    // The width in pixels.
     LONG GetWidth() const;
+    // The height in pixels.
     LONG GetHeight() const;
     // The length of a pixel row in bytes, a multiple of 4.
     LONG GetWidthBytes() const;
@@ -120,9 +124,10 @@ public:
     // default palette or the halftone palette. Nothing happens, with TRUE, when the image has that depth.
     int ConvertFormat(WORD bitCount);
 
-    // Make palette and bitmap anew from the block; the operations that change the image do so themselves.
-    // FALSE without a colour table, or when GDI refuses; the old object is gone in any case.
+    // Makes the palette anew from the block; the operations that change the image do so themselves. FALSE
+    // without a colour table, or when GDI refuses; the old palette is gone in any case.
     int BuildPalette();
+    // The same for the bitmap. FALSE without an image, or when GDI refuses.
     int BuildBitmap();
 
     // ---- Files and resources
@@ -206,10 +211,10 @@ public:
     int DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD rop) const;
 
     // A memory DC, compatible with pDC or, for null, the screen, to draw into GetBitmap(); it stays the
-    // object's, and is the same one until EndPaint. EndPaint takes the drawing over into the image and ends
-    // the DC; without BeginPaint nothing happens. The object must not be changed or displayed in between.
+    // object's, and is the same one until EndPaint. The object must not be changed or displayed in between.
     // Null without a bitmap.
     CDC* BeginPaint(CDC* pDC);
+    // Takes the drawing over into the image and ends the DC; without BeginPaint nothing happens.
     void EndPaint();
 
     // ---- Processing: replaces the image
@@ -221,12 +226,15 @@ public:
     // channel is worked on by itself; at 16 bits (5 per channel) as its full intensity, 0 to 255; at 32 bits
     // the fourth byte stays, except that resampling mixes it as well.
 
-    // Turn by right angles, clockwise.
+    // Turns the image by a right angle, clockwise.
     int Rotate90();
+    // Turns it upside down.
     int Rotate180();
+    // Turns it by a right angle, counterclockwise.
     int Rotate270();
-    // Exchange left and right, top and bottom.
+    // Exchanges left and right.
     int FlipHorz();
+    // Exchanges top and bottom.
     int FlipVert();
 
     // Resamples to the old lengths times the ratios (above 0), rounded, but at least one pixel.
@@ -260,6 +268,7 @@ public:
     // Adds a value to each channel, and one to all; each -255 to 255.
     int AdjustColor(int red, int green, int blue, int value);
 
+    // How ChangeToGrayscale weighs the channels.
     enum GrayscaleMode {
         GrayWeights,   // weights of the caller's
         GrayBT601,     // 0.299 red, 0.587 green, 0.114 blue
@@ -279,6 +288,7 @@ public:
     // Filters of 3 x 3 pixels, and more for the median; all of them mix pixels. The pixels of the border are
     // repeated outside. strength: how much of the filtered image there is in the result, 0 to 100 percent.
 
+    // Which edges EdgeEnhance finds.
     enum EdgeMode {
         EdgeVertical,   // Sobel operator across: edges that stand upright
         EdgeHorizontal, // Sobel operator down: edges that lie
@@ -287,6 +297,7 @@ public:
     // Adds the amount of the gradient, a quarter of the Sobel operator's. mode: an EdgeMode.
     int EdgeEnhance(int strength, int mode);
 
+    // The kernel of HighPass, row by row.
     enum HighPassMode {
         HighPassLaplace8, // -1 -1 -1   -1 9 -1   -1 -1 -1
         HighPassLaplace4, //  0 -1  0   -1 5 -1    0 -1  0
@@ -295,6 +306,7 @@ public:
     // Sharpens. mode: a HighPassMode.
     int HighPass(int strength, int mode);
 
+    // The kernel of LowPass, row by row.
     enum LowPassMode {
         LowPassBox,      // 1 1 1   1 1 1   1 1 1, by 9
         LowPassWeighted, // 1 1 1   1 2 1   1 1 1, by 10

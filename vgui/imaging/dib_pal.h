@@ -26,9 +26,11 @@ public:
     // Colours that the info does not have are black. FALSE as above and for null.
     int Create(const BITMAPINFO* info, const void* bits);
 
-    // Pixels; 0 when empty.
+    // The width in pixels; 0 when empty.
     int GetWidth() const;
+    // The height in pixels; 0 when empty.
     int GetHeight() const;
+    // Bits per pixel; 0 when empty.
     WORD GetBitCount() const;
     // The length of a pixel row in bytes.
     int GetWidthBytes() const;
@@ -121,19 +123,23 @@ public:
     // Palette files (RIFF form "PAL "). Load reads from the current position on, and gives FALSE for a file
     // without palette, for another version than 0x300, for no entries and for entries that are not all there.
     // Save gives FALSE without a palette.
-    //
-    // On an open multimedia file.
+
+    // Loads from an open multimedia file.
     int Load(HMMIO hmmio);
+    // Saves to one.
     int Save(HMMIO hmmio);
-    // On a file handle of the operating system, which stays open.
+    // Loads from a file handle of the operating system, which stays open.
     int Load(UINT hFile);
+    // Saves to one.
     int Save(UINT hFile);
-    // On an open file on disk; FALSE for null and for a file without a handle, as one in memory.
+    // Loads from an open file on disk; FALSE for null and for a file without a handle, as one in memory.
     int Load(CFile* pFile);
+    // Saves to one.
     int Save(CFile* pFile);
-    // On a file of that name, in the system's code page. For null and the empty name a file dialog asks;
-    // FALSE when it is cancelled. What goes wrong is told in a message box.
+    // Loads from a file of that name, in the system's code page. For null and the empty name a file dialog
+    // asks; FALSE when it is cancelled. What goes wrong is told in a message box.
     int Load(LPCSTR fileName);
+    // Saves over whatever has that name, or asks for one as Load does.
     int Save(LPCSTR fileName);
 
 private:

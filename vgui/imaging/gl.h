@@ -63,9 +63,11 @@ public:
     // Reads and so clears OpenGL's error state. The label is not used: nothing is reported.
     void OutputGlError(const char* label);
 
-    // The expansions of components of 1, 2 and 3 bits to 8.
+    // The expansion of components of 1 bit to 8.
     static const BYTE m_oneto8[2];
+    // The same for 2 bits.
     static const BYTE m_twoto8[4];
+    // The same for 3 bits.
     static const BYTE m_threeto8[8];
     // Where a 3-3-2 palette takes static colours over: entry m_defaultOverride[k] is m_defaultPalEntry[k], k
     // from 1; the first of them is not used.
@@ -74,7 +76,7 @@ public:
     static const PALETTEENTRY m_defaultPalEntry[20];
 
 protected:
-    static constexpr int kPaletteSize = 256;
+    static constexpr int kPaletteSize = 256; // entries
     // The colours that an RGBA format of at most 8 bits gives its pixel values, into a palette of
     // kPaletteSize entries; those beyond the format's values are left as they are. FALSE, with nothing
     // written, for a deeper format.
@@ -85,7 +87,7 @@ protected:
     // too deep for one.
     BOOL CreatePalette(const PIXELFORMATDESCRIPTOR& pfd);
 
-    HGLRC m_hRC = nullptr;
+    HGLRC m_hRC = nullptr;         // owned; null before Create and after Destroy
     CDC* m_pDC = nullptr;          // owned unless m_bUseDC
     CPalette* m_pPal = nullptr;    // owned
     CPalette* m_pOldPal = nullptr; // what m_pPal displaced; may be a temporary object, not for use
