@@ -3,8 +3,10 @@
 #   cmake -DDOXYGEN=<program> -DPROJECT_...=<what Doxyfile.in uses> -DVGUI_DOCS_DIR=<where to> -P build_api.cmake
 #
 # Public is a header that exports something, and vgui.h, which includes them.
-if(NOT DOXYGEN)
-  message(FATAL_ERROR "doxygen was not found when the build was configured; scripts/setup installs it")
+find_program(AWK awk)
+if(NOT DOXYGEN OR NOT AWK)
+  message(FATAL_ERROR "the reference needs doxygen (found: ${DOXYGEN}) and awk (found: ${AWK}); after an "
+    "installation, which scripts/setup makes, configure the build again")
 endif()
 
 set(VGUI_PUBLIC_HEADERS "\"${PROJECT_SOURCE_DIR}/vgui/vgui.h\"")

@@ -80,7 +80,7 @@ protected:
     CString m_strCaption;                    // of the topic
     bool m_bFullScreen = false;              // the player covers the whole screen
     CRect m_rcDialog;                        // what full screen returns to, in screen coordinates
-    CRect m_rcPlayer;                        // the player's place in the dialog, client coordinates
+    CRect m_rcPlayer;                        // the player's place, likewise
     VDlgResizer m_resizer;                   // lays out the controls
 
 private:

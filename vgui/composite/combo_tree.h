@@ -124,7 +124,7 @@ public:
     int GetLBText(HTREEITEM item, CString& text) const;
     // Sets the value that the host keeps with an item: 0, or -1 on failure.
     int SetItemData(HTREEITEM item, DWORD_PTR data);
-    // The value that the host keeps with an item.
+    // The value that the host keeps with an item, 0 at first and for a null item.
     DWORD_PTR GetItemData(HTREEITEM item) const;
     // The labels from the root down to the item, joined by the delimiter.
     CString GetTreePath(HTREEITEM item) const;

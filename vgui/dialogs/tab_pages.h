@@ -164,9 +164,9 @@ protected:
     void ActivePage(int page);
     // Hides the active page. 0 when it refuses, or has destroyed the control.
     int DeactivePage();
-    // The page of a tab, -1 when there is no such tab.
+    // The page of a tab; GetPageNum() when there is no such tab.
     int MapTabItemToPage(int item) const;
-    // The tab of a page, -1 when it has none.
+    // The tab of an enabled page: the number of enabled pages before it.
     int MapPageToTabItem(int page) const;
     // The band of the out-driven mode, in client coordinates.
     CRect GetTitleRect() const;

@@ -45,7 +45,7 @@ public:
         COLORREF clrFrameFill;        // remaining frame rings and the caption's bottom line
         COLORREF clrCapBtnBorder;     // outline of the caption buttons
         COLORREF clrCapBtnGlyph;      // glyphs of the caption buttons
-        COLORREF clrCapBtnGlyphLight; // light colour of the glyphs
+        COLORREF clrCapBtnGlyphLight; // light colour for glyphs; not used by the library itself
         COLORREF clrBk;               // background
         COLORREF clrCapActiveFrom;    // active caption, top of the gradient
         COLORREF clrCapActiveTo;      // active caption, bottom

@@ -228,7 +228,7 @@ public:
 
     // Turns the image by a right angle, clockwise.
     int Rotate90();
-    // Turns it upside down.
+    // Turns it by two right angles.
     int Rotate180();
     // Turns it by a right angle, counterclockwise.
     int Rotate270();
