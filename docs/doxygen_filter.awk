@@ -56,7 +56,8 @@ function function_name(text) {
 
 # Whether a line opens a scope of declarations, not a function's body.
 function opens_scope(text) {
-    return text ~ /^[ \t]*(typedef )?(class|struct|enum|union|namespace|extern "C")[ \t{]/ || text == "{" && scope_ahead
+    return text ~ /^[ \t]*(typedef )?(class|struct|enum|union|namespace|extern "C")[ \t{]/ ||
+           text == "{" && scope_ahead
 }
 
 function count(text, char) { return gsub(char, "", text) }
@@ -65,49 +66,56 @@ function count(text, char) { return gsub(char, "", text) }
 function follow(text,    opening, closing) {
     opening = count(text, "[{]")
     closing = count(text, "[}]")
-    if (body > 0) {
+    if (body > 0 || opening > closing && !opens_scope(text))
         body += opening - closing
-    } else if (opening > closing) {
-        if (!opens_scope(text))
-            body = opening - closing
-    }
     scope_ahead = opening == 0 && text !~ /;/ && (scope_ahead || opens_scope(text))
 }
 
-function leave_out() {
+function is_left_out() {
     return declaration ~ /^[ \t]*afx_msg / || declaration ~ /[ \t)]override( = default)?(;| \{.*\}$)/ ||
            declaration ~ /^[ \t]*(virtual )?~/ || declaration ~ /= (default|delete);$/
 }
 
-function split_comment(line) {
+# Parts a line into code and the remark behind it.
+function split_remark(line) {
     code = line
     remark = ""
-    if (match(line, /[^ \t:"\/].*[ \t]\/\/ /) || match(line, /[;,{}][ \t]*\/\/ /)) {
-        match(line, /[ \t]*\/\/ /)
+    if (line !~ /^[ \t]*\/\// && match(line, /[ \t]+\/\/ /)) {
         code = substr(line, 1, RSTART - 1)
         remark = substr(line, RSTART + RLENGTH)
     }
 }
 
+function is_constant() { return declaration ~ /^[ \t]*(static|inline) constexpr|^using/ }
+
+# What documents a declaration that has no comment above it: the comment of its kin there.
+function shared_comment(name) {
+    if (name != "" && name == last_name)
+        return " ///< \\overload"
+    return is_constant() && constants_text != "" ? " ///<" constants_text : ""
+}
+
+# Whether the declaration that is being collected ends with a line, which may open a scope or be the last
+# enumerator.
+function ends_declaration(text) {
+    if (text ~ /[;,{}][ \t]*$/)
+        return count(declaration, "[(]") == count(declaration, "[)]")
+    return text !~ /;/ && text ~ /^[ \t]*((template|class|struct|enum|namespace).*|[A-Za-z_0-9]+ = .*)$/
+}
+
 # Prints the declaration that has been collected, with what documents it.
-function end_declaration(    i, name, extra) {
+function end_declaration(    i, name, hidden, behind) {
     name = function_name(declaration)
-    if (held == 0 && !remarked && leave_out()) {
-        for (i = 0; i < lines; ++i)
-            print ""
-    } else {
-        extra = ""
-        if (held == 0 && name != "" && name == last_name)
-            extra = " ///< \\overload"
-        else if (held == 0 && declaration ~ /^[ \t]*(static|inline) constexpr|^using/ && constants_text != "")
-            extra = " ///<" constants_text
-        if (held > 0)
-            constants_text = declaration ~ /^[ \t]*(static|inline) constexpr|^using/ ? block_text() : ""
-        flush_block(1)
-        for (i = 0; i < lines; ++i)
-            print part[i] (i == lines - 1 ? extra : "")
-        last_name = name
-    }
+    if (held > 0)
+        constants_text = is_constant() ? block_text() : ""
+    else if (!remarked && is_left_out())
+        hidden = 1
+    else
+        behind = shared_comment(name)
+    flush_block(1)
+    for (i = 0; i < lines; ++i)
+        print hidden ? "" : part[i] (i == lines - 1 ? behind : "")
+    last_name = name
     lines = 0
     declaration = ""
     remarked = 0
@@ -116,7 +124,7 @@ function end_declaration(    i, name, extra) {
 { sub(/\r$/, "") }
 
 body > 0 {
-    split_comment($0)
+    split_remark($0)
     follow(code)
     print
     next
@@ -143,22 +151,22 @@ body > 0 {
 }
 
 # What is no declaration.
-(/^#/ || /^[ \t]*(public|protected|private):/ || /^[ \t]*DECLARE_[A-Z_]+\(/ || /^[ \t]*[{}]/ || /^[ \t]*friend /) && lines == 0 {
+lines == 0 && /^(#|[ \t]*((public|protected|private):|DECLARE_[A-Z_]+\(|[{}]|friend ))/ {
     flush_block(/^#define/)
-    split_comment($0)
+    split_remark($0)
     follow(code)
     print
     next
 }
 
 {
-    split_comment($0)
+    split_remark($0)
     part[lines++] = remark != "" ? code " ///< " plain(remark) : $0
     remarked = remarked || remark != ""
     declaration = declaration code
     sub(/[ \t]+$/, "", declaration)
     follow(code)
-    if (code ~ /[;,{}][ \t]*$/ && count(declaration, "[(]") == count(declaration, "[)]") || code ~ /^[ \t]*(template.*|[A-Za-z_0-9]+ = [^;]*|class.*|struct.*|enum.*|namespace.*)$/ && code !~ /;/)
+    if (ends_declaration(code))
         end_declaration()
 }
 

@@ -78,7 +78,7 @@ public:
     // As CWnd's, extended to the library's self-drawn check boxes and radio buttons. 0 when the control
     // does not exist.
     int IsDlgButtonChecked(UINT nID) const;
-    // Non-zero when the control exists.
+    // Sets the state of such a control. Non-zero when the control exists.
     int CheckDlgButton(UINT nID, int nCheck);
 
 protected:
