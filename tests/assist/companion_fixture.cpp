@@ -1,8 +1,9 @@
 #include "tests/assist/companion_fixture.h"
 
+#include "vgui/assist/host_paths.h"
+
 #include <algorithm>
 #include <atomic>
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -157,26 +158,32 @@ UINT CompanionCall::Result()
     return m_result;
 }
 
-std::wstring CompanionFiles::History()
+CompanionFiles::CompanionFiles() : m_root(fs::temp_directory_path() / UniqueName(L"companion 测试 "))
 {
-    return ProgramPath().parent_path().parent_path() / L"cfg" / L"CompanionInfomation.his";
+    fs::create_directories(m_root);
+    VGSetHostRoot(m_root.c_str());
 }
 
-void CompanionFiles::WriteHistory(const std::string& text)
+CompanionFiles::~CompanionFiles()
 {
-    fs::create_directories(fs::path(History()).parent_path());
-    std::ofstream(fs::path(History()), std::ios::binary) << text;
-}
-
-void CompanionFiles::Remove()
-{
+    VGSetHostRoot(nullptr);
     std::error_code ignored;
-    fs::remove(History(), ignored);
-    fs::remove(fs::path(History()).parent_path(), ignored);
+    fs::remove_all(m_root, ignored);
 }
 
-std::string FileBytes(const std::wstring& path)
+fs::path CompanionFiles::History() const
 {
-    std::ifstream file(fs::path(path), std::ios::binary);
+    return m_root / L"cfg" / L"CompanionInfomation.his";
+}
+
+void CompanionFiles::WriteHistory(const std::string& text) const
+{
+    fs::create_directories(History().parent_path());
+    std::ofstream(History(), std::ios::binary) << text;
+}
+
+std::string FileBytes(const fs::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }

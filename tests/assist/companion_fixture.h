@@ -5,6 +5,7 @@
 #include "tests/support/pump.h"
 #include "vgui/assist/companion.h"
 
+#include <filesystem>
 #include <string>
 #include <thread>
 #include <vector>
@@ -78,24 +79,25 @@ private:
     std::thread m_thread;
 };
 
-// "cfg\CompanionInfomation.his" of the test program: removed before and after every test.
+// A host's folder of the test's own for "cfg\CompanionInfomation.his", gone with the object. Test programs
+// run side by side, and the folder of the program is one for all.
 class CompanionFiles
 {
 public:
-    CompanionFiles() { Remove(); }
-    ~CompanionFiles() { Remove(); }
+    CompanionFiles();
+    ~CompanionFiles();
     CompanionFiles(const CompanionFiles&) = delete;
     CompanionFiles& operator=(const CompanionFiles&) = delete;
 
-    [[nodiscard]] static std::wstring History();
-    static void WriteHistory(const std::string& text);
+    [[nodiscard]] std::filesystem::path History() const;
+    void WriteHistory(const std::string& text) const;
 
 private:
-    static void Remove();
+    std::filesystem::path m_root;
 };
 
 // A file's bytes; empty when there is none.
-[[nodiscard]] std::string FileBytes(const std::wstring& path);
+[[nodiscard]] std::string FileBytes(const std::filesystem::path& path);
 
 class CompanionTest : public support::CensusTest
 {

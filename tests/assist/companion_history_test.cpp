@@ -14,7 +14,7 @@ protected:
     CRect PlaceWith(const std::string& history)
     {
         if (!history.empty())
-            CompanionFiles::WriteHistory(history);
+            files.WriteHistory(history);
         const NamedEvent seen;
         const CompanionServer server({L"wait", seen.Name()});
         CompanionCall call(server.Arguments());
@@ -40,11 +40,11 @@ protected:
 TEST_F(CompanionHistory, KeepsThePlaceFromOneCallToTheNext)
 {
     const CRect first = PlaceWith("");
-    EXPECT_EQ(FileBytes(CompanionFiles::History()), Record(first));
+    EXPECT_EQ(FileBytes(files.History()), Record(first));
     const CRect wanted(CPoint(40, 60), first.Size() + CSize(30, 20));
     EXPECT_EQ(PlaceWith(Record(wanted)), wanted);
     EXPECT_EQ(PlaceWith(""), wanted);
-    EXPECT_EQ(FileBytes(CompanionFiles::History()), Record(wanted));
+    EXPECT_EQ(FileBytes(files.History()), Record(wanted));
 }
 
 TEST_F(CompanionHistory, UsesWhatMakesSense)
