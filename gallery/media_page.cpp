@@ -2,8 +2,6 @@
 #include "gallery/pages.h"
 #include "gallery/resource.h"
 
-#include <mshtml.h>
-
 namespace
 {
 
@@ -15,17 +13,6 @@ constexpr LPCWSTR kKeysPage =
     L"<p>功能键、Ctrl+N、Ctrl+P、Ctrl+D、Alt+←、Alt+→ 和右键在此不起作用；Esc 关闭对话框。<br>"
     L"Function keys, Ctrl+N, Ctrl+P, Ctrl+D, Alt+Left, Alt+Right and the right button do nothing here; "
     L"Esc closes the dialog.</p></body>";
-
-// Whether the browser control finds the engine that shows its pages.
-bool HasHtmlEngine()
-{
-    IUnknown* document = nullptr;
-    if (FAILED(::CoCreateInstance(__uuidof(HTMLDocument), nullptr, CLSCTX_INPROC_SERVER,
-                                  IID_PPV_ARGS(&document))))
-        return false;
-    document->Release();
-    return true;
-}
 
 // Tells the page what the browser reports.
 class Player : public CMediaCtrl
@@ -61,7 +48,7 @@ protected:
         AddView();
         SetDlgItemText(IDC_MEDIA_ADDRESS, L"about:blank");
         m_player.Navigate(kFirstPage);
-        if (!HasHtmlEngine()) {
+        if (!VGHasHtmlEngine()) {
             for (const int area : {IDC_MEDIA_PLAYER, IDC_MEDIA_PANE})
                 GetDlgItem(area)->ShowWindow(SW_HIDE);
             GetDlgItem(IDC_MEDIA_NOTICE)->ShowWindow(SW_SHOW);

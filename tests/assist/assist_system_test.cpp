@@ -194,8 +194,6 @@ TEST_F(AssistSystem, ShowsTheVideosAndInstructionsOfATopic)
     Select(dialog, L"二");
     EXPECT_EQ(ChildText(dialog, kInstructions), L"无");
     EXPECT_TRUE(IsPlaybackEnabled(dialog));
-    // No engine is there yet: the dialog says so.
-    EXPECT_NE(ChildText(dialog, kPlayer).find(L"没有可用的播放器"), std::wstring::npos);
     EXPECT_EQ(dialog.SendMessage(CAssistSystemDlg::kShowAgain), 1);
 
     Key(VK_RETURN);
@@ -417,6 +415,107 @@ TEST_F(AssistSystemPlayer, KeepsItsControlsInPlace)
         EXPECT_EQ(Place(dialog->GetDlgItem(id)->m_hWnd), expected) << id;
     }
     EXPECT_EQ(Place(Player()), Place(dialog->GetDlgItem(kPlayer)->m_hWnd));
+    dialog->DestroyWindow();
+}
+
+TEST_F(AssistSystemPlayer, HasTheControlsOfItsTemplate)
+{
+    ASSERT_TRUE(opened);
+    const struct {
+        int id;
+        const wchar_t* kind;
+        const wchar_t* text;
+        bool visible;
+    } controls[] = {
+        {1001, L"SysListView32", L"", true},
+        {1011, L"Static", L"视频列表", true},
+        {1013, L"Static", L"操作说明", true},
+        {1010, L"Button", L"", true},
+        {1012, L"Static", L"", true},
+        {1014, L"Static", L"", true},
+        {1008, L"Button", L"全屏", true},
+        {2, L"Button", L"退出", true},
+        {1004, L"Button", L"", false},
+        {1005, L"Button", L"", false},
+        {1006, L"Button", L"", false},
+        {1007, L"Button", L"", false},
+        {1016, L"Button", L"放大", false},
+        {1017, L"Button", L"缩小", false},
+        {1018, L"Button", L"还原", false},
+        {1009, L"msctls_trackbar32", L"", false},
+        {1015, L"Static", L"0 / 0", false},
+        {1000, L"Static", L"", false}, // the player covers it
+        {1002, L"Edit", L"one\r\n\r\n三\r\n", true},
+    };
+    Select(*dialog, L"first");
+    for (const auto& control : controls) {
+        const HWND window = ::GetDlgItem(dialog->m_hWnd, control.id);
+        wchar_t kind[32] = L"";
+        ::GetClassNameW(window, kind, 32);
+        EXPECT_STREQ(kind, control.kind) << control.id;
+        EXPECT_EQ(WindowText(window), control.text) << control.id;
+        EXPECT_EQ(::IsWindowVisible(window) != FALSE, control.visible) << control.id;
+        EXPECT_TRUE(::IsWindowEnabled(window)) << control.id;
+    }
+    EXPECT_NE(::GetWindowLongPtr(::GetDlgItem(dialog->m_hWnd, kInstructions), GWL_STYLE) & ES_READONLY, 0);
+    LOGFONT font{};
+    dialog->GetFont()->GetLogFont(&font);
+    EXPECT_STREQ(font.lfFaceName, L"宋体");
+    EXPECT_NE(dialog->GetStyle() & WS_THICKFRAME, 0u);
+    dialog->DestroyWindow();
+}
+
+TEST_F(AssistSystemPlayer, ListsTitlesInOneColumn)
+{
+    ASSERT_TRUE(opened);
+    const fs::path folder = host.Videos() / L"设置" / L"工程 设置";
+    const auto columnWidth = [this] {
+        dialog->FillVideoList();
+        return static_cast<int>(dialog->GetDlgItem(kVideos)->SendMessage(LVM_GETCOLUMNWIDTH, 0));
+    };
+    EXPECT_EQ(columnWidth(), 100);
+    const std::wstring longest(40, L'w');
+    AssistHost::Write(folder / (longest + L".swf"), L"");
+    CClientDC dc(dialog);
+    CFont* const former = dc.SelectObject(dialog->GetFont());
+    TEXTMETRIC metrics;
+    dc.GetTextMetrics(&metrics);
+    dc.SelectObject(former);
+    EXPECT_EQ(columnWidth(), 40 * (metrics.tmAveCharWidth + 2));
+    ASSERT_TRUE(dialog->LoadTopic(L"Empty"));
+    EXPECT_EQ(columnWidth(), 150);
+
+    wchar_t title[32] = L"";
+    LVCOLUMN column{};
+    column.mask = LVCF_TEXT | LVCF_FMT;
+    column.pszText = title;
+    column.cchTextMax = 32;
+    EXPECT_TRUE(
+        dialog->GetDlgItem(kVideos)->SendMessage(LVM_GETCOLUMN, 0, reinterpret_cast<LPARAM>(&column)));
+    EXPECT_STREQ(title, L"视频名称");
+    EXPECT_EQ(column.fmt & LVCFMT_JUSTIFYMASK, LVCFMT_LEFT);
+    dialog->DestroyWindow();
+}
+
+TEST_F(AssistSystemPlayer, IgnoresWhatItsHiddenControlsSay)
+{
+    ASSERT_TRUE(opened);
+    const std::map<HWND, CRect> children = VisibleChildren();
+    dialog->calls.clear();
+    for (const int id : {1004, 1005, 1006, 1007, 1016, 1017, 1018})
+        dialog->GetDlgItem(id)->SendMessage(BM_CLICK);
+    NMHDR released{dialog->GetDlgItem(1009)->m_hWnd, 1009, static_cast<UINT>(NM_RELEASEDCAPTURE)};
+    EXPECT_EQ(dialog->SendMessage(WM_NOTIFY, 1009, reinterpret_cast<LPARAM>(&released)), 0);
+    EXPECT_EQ(dialog->calls, Texts());
+    EXPECT_EQ(VisibleChildren(), children);
+
+    dialog->ShowWindow(SW_HIDE);
+    EXPECT_EQ(dialog->SendMessage(CAssistSystemDlg::kShowAgain), 1);
+    EXPECT_FALSE(dialog->IsWindowVisible());
+    const auto icon = static_cast<LRESULT>(dialog->SendMessage(WM_GETICON, ICON_BIG));
+    EXPECT_NE(icon, 0);
+    EXPECT_EQ(dialog->SendMessage(WM_GETICON, ICON_SMALL), icon);
+    EXPECT_EQ(dialog->SendMessage(WM_QUERYDRAGICON), icon);
     dialog->DestroyWindow();
 }
 

@@ -45,6 +45,8 @@ public:
     CompanionServer& operator=(const CompanionServer&) = delete;
 
     [[nodiscard]] const std::wstring& Pipe() const { return m_pipe; }
+    // Ends the program at once, for there will be no more clients.
+    void Stop() { ::TerminateProcess(m_process, 0); }
     // The call's argument that names the pipe, followed by more fields.
     [[nodiscard]] std::wstring Arguments(const std::wstring& more = {}) const
     {

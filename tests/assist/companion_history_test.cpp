@@ -1,4 +1,5 @@
 #include "tests/assist/companion_fixture.h"
+#include "vgui/assist/host_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -70,4 +71,13 @@ TEST_F(CompanionHistory, UsesWhatMakesSense)
              Case{std::string("4\0\0\xFF", 4), usual},
          })
         EXPECT_EQ(Record(PlaceWith(c.history)), Record(c.place)) << c.history.substr(0, 40);
+}
+
+TEST_F(CompanionHistory, LiesInTheFolderAboveTheProgramsUnlessTheHostHasAnother)
+{
+    EXPECT_EQ(VGHostRoot().GetString(), files.History().parent_path().parent_path());
+    VGSetHostRoot(nullptr);
+    wchar_t program[MAX_PATH];
+    ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+    EXPECT_EQ(VGHostRoot().GetString(), std::filesystem::path(program).parent_path().parent_path());
 }

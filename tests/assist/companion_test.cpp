@@ -1,8 +1,10 @@
 #include "vgui/assist/companion.h"
 
 #include "tests/assist/companion_fixture.h"
+#include "tests/support/import_patch.h"
 #include "tests/support/input.h"
 #include "tests/support/modal.h"
+#include "tests/support/rounds.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,7 +13,6 @@
 #include <gtest/gtest.h>
 #include <mutex>
 #include <shlobj.h>
-#include <tlhelp32.h>
 
 using namespace support;
 
@@ -201,16 +202,15 @@ bool TakeAtom(const std::wstring& name)
     return atom != 0;
 }
 
-int CountThreads()
+DWORD s_openedPipe = 0; // the flags
+
+// What the companion opens its pipe with.
+HANDLE WINAPI RecordingCreateFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
+                                  DWORD disposition, DWORD flags, HANDLE model)
 {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int count = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more; more = ::Thread32Next(snapshot, &entry))
-        count += entry.th32OwnerProcessID == ::GetCurrentProcessId();
-    ::CloseHandle(snapshot);
-    return count;
+    if (std::wstring_view(name).starts_with(L"\\\\.\\pipe\\"))
+        s_openedPipe = flags;
+    return ::CreateFileW(name, access, share, security, disposition, flags, model);
 }
 
 } // namespace
@@ -253,6 +253,51 @@ TEST_F(Companion, CutsLongTexts)
     EXPECT_TRUE(dialog.Has(L"3: " + cut));
     // Longer than one read, too.
     EXPECT_TRUE(dialog.Has(L"2: " + cut));
+}
+
+TEST_F(Companion, TakesMessagesThatWereWrittenTogether)
+{
+    const NamedEvent applied;
+    CompanionServer server({L"put", L"?CurObject=图纸", L"put", L"?Process=7", L"wait", applied.Name()});
+    dialog.onCall = [&](const std::wstring& call) {
+        if (call == L"7 of 100")
+            applied.Set();
+    };
+    EXPECT_EQ(Call(server), 0u);
+    EXPECT_TRUE(dialog.Has(L"2: 图纸"));
+    EXPECT_EQ(server.Transcript(), Lines());
+}
+
+TEST_F(Companion, EndsItsThreadBeforeTheDialog)
+{
+    const NamedEvent ticked;
+    CompanionServer server({L"wait", ticked.Name()});
+    std::atomic<bool> ticking = false;
+    const int threads = CountKernelObjects()["thread"];
+    dialog.onCall = [&](const std::wstring& call) {
+        if (call.starts_with(L"1: 使用时间:")) {
+            ticking = true;
+            ticked.Set();
+            // The call ends while this goes on.
+            ::Sleep(200);
+            ticking = false;
+        } else if (call == L"stop") {
+            EXPECT_FALSE(ticking);
+            EXPECT_LE(CountKernelObjects()["thread"], threads);
+        }
+    };
+    EXPECT_EQ(Call(server), 0u);
+    EXPECT_EQ(dialog.Calls().back(), L"stop");
+}
+
+TEST_F(Companion, LetsTheServerIdentifyButNotImpersonateItsClient)
+{
+    const ImportPatch patch(L"vgui.dll", "CreateFileW", reinterpret_cast<void*>(&RecordingCreateFile));
+    ASSERT_TRUE(patch.IsInPlace());
+    const CompanionServer server({});
+    EXPECT_EQ(Call(server), 0u);
+    constexpr DWORD security = SECURITY_SQOS_PRESENT | SECURITY_IMPERSONATION | SECURITY_DELEGATION;
+    EXPECT_EQ(s_openedPipe & security, DWORD{SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION});
 }
 
 TEST_F(Companion, OutlivesServersOfEveryKind)
@@ -411,23 +456,12 @@ TEST_F(CompanionDialog, IsCancelledWithItsButton)
 
 TEST_F(CompanionDialog, LeavesNothingBehindAfterManyCalls)
 {
-    constexpr int kRounds = 200;
-    constexpr int kWarmUp = 5;
-    CompanionServer server({L"say", L"?Total=5?Message=copying?Process=1"}, kRounds + kWarmUp);
-    // The next client may come before the server waits for it.
-    const auto call = [&] {
-        return ::WaitNamedPipeW(server.Pipe().c_str(), kDefaultTimeout) &&
-               CompanionInfomation(nullptr, 0, server.Arguments().c_str(), 0) == 0;
-    };
-    for (int i = 0; i < kWarmUp; ++i)
-        ASSERT_TRUE(call());
-    PumpMessages();
-    const Census census;
-    const int threads = CountThreads();
-    for (int i = 0; i < kRounds; ++i)
-        ASSERT_TRUE(call()) << i;
-    EXPECT_TRUE(PumpUntil([=] { return CountThreads() <= threads; }));
-    EXPECT_TRUE(PumpUntil([&] { return static_cast<bool>(census.Unchanged()); }));
-    census.ExpectUnchanged();
-    EXPECT_EQ(server.Transcript(), Lines(kRounds + kWarmUp, kContinue));
+    constexpr int kEnough = 10 * kRounds;
+    CompanionServer server({L"say", L"?Total=5?Message=copying?Process=1"}, kEnough);
+    ExpectRoundsLeaveNothing([&] {
+        // The next client may come before the server waits for it.
+        ASSERT_TRUE(::WaitNamedPipeW(server.Pipe().c_str(), kDefaultTimeout));
+        ASSERT_EQ(CompanionInfomation(nullptr, 0, server.Arguments().c_str(), 0), 0u);
+    });
+    server.Stop();
 }

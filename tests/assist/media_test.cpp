@@ -1,14 +1,14 @@
 #include "vgui/assist/media.h"
 
+#include "tests/assist/page_input.h"
 #include "tests/support/active_x_control.h"
 #include "tests/support/census.h"
 #include "tests/support/html_object.h"
 #include "tests/support/input.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rounds.h"
 
-#include <algorithm>
-#include <commctrl.h>
 #include <gtest/gtest.h>
 #include <mshtml.h>
 
@@ -57,45 +57,6 @@ private:
 
     static inline std::vector<std::wstring> s_texts;
     void* m_handler;
-};
-
-// What reaches the page's window after all have looked at it.
-class PageInput
-{
-public:
-    explicit PageInput(HWND page) : m_page(page)
-    {
-        ::SetWindowSubclass(page, &Proc, 1, reinterpret_cast<DWORD_PTR>(this));
-    }
-    ~PageInput() { ::RemoveWindowSubclass(m_page, &Proc, 1); }
-    PageInput(const PageInput&) = delete;
-    PageInput& operator=(const PageInput&) = delete;
-
-    [[nodiscard]] int Count(UINT message) const
-    {
-        return static_cast<int>(std::count(m_messages.begin(), m_messages.end(), message));
-    }
-    // Presses and releases of a key.
-    [[nodiscard]] int CountKey(UINT key) const
-    {
-        return static_cast<int>(std::count(m_keys.begin(), m_keys.end(), key));
-    }
-
-private:
-    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                 DWORD_PTR input)
-    {
-        auto* const self = reinterpret_cast<PageInput*>(input);
-        self->m_messages.push_back(message);
-        if (message == WM_KEYDOWN || message == WM_KEYUP || message == WM_SYSKEYDOWN ||
-            message == WM_SYSKEYUP)
-            self->m_keys.push_back(static_cast<UINT>(wParam));
-        return ::DefSubclassProc(window, message, wParam, lParam);
-    }
-
-    HWND m_page;
-    std::vector<UINT> m_messages;
-    std::vector<UINT> m_keys;
 };
 
 class View : public CMediaView
@@ -390,7 +351,7 @@ TEST_F(MediaCtrl, WithoutABrowser)
 
 TEST_F(MediaCtrl, ManyRoundsLeaveNothing)
 {
-    const auto round = [this] {
+    ExpectRoundsLeaveNothing([this] {
         CMediaCtrl control;
         ASSERT_TRUE(Create(control, host));
         control.Navigate(L"C:\\film.swf");
@@ -400,11 +361,35 @@ TEST_F(MediaCtrl, ManyRoundsLeaveNothing)
         control.DestroyWindow();
         ASSERT_TRUE(control.SubclassWindow(MakePlaceholder()));
         control.DestroyWindow();
-    };
-    round();
-    const Census before;
-    for (int i = 0; i < 200; ++i)
-        round();
-    before.ExpectUnchanged();
+    });
     EXPECT_EQ(View::alive, 0);
+    EXPECT_EQ(registered.controls, 0);
+}
+
+// The system's own browser; whether it can show the page depends on its engine.
+TEST(MediaBrowser, NavigatesInPlace)
+{
+    class Player : public CMediaCtrl
+    {
+    public:
+        void OnBeforeNavigate2(LPCTSTR url, DWORD, LPCTSTR, CByteArray&, LPCTSTR, BOOL* cancel) override
+        {
+            asked = url;
+            *cancel = TRUE;
+        }
+        CString asked;
+    };
+    HostWnd host;
+    ASSERT_TRUE(host.Open({200, 100}));
+    Player player;
+    ASSERT_TRUE(player.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, kPlace, &host, kId));
+    const HWND browser = ::GetWindow(player.m_hWnd, GW_CHILD);
+    ASSERT_NE(browser, nullptr);
+    CRect place;
+    ::GetClientRect(browser, place);
+    EXPECT_EQ(place, CRect(CPoint(), kPlace.Size()));
+    player.SetFullScreen(1);
+    EXPECT_TRUE(player.GetFullScreen());
+    player.Navigate(L"about:blank");
+    EXPECT_TRUE(PumpUntil([&] { return player.asked == L"about:blank"; }));
 }

@@ -3,6 +3,7 @@
 #include "tests/support/active_x_control.h"
 #include "tests/support/census.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rounds.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -16,7 +17,6 @@ namespace
 
 constexpr UINT kId = 12;
 const CRect kPlace(5, 5, 85, 45);
-constexpr int kRounds = 200;
 
 class SketchControl : public CensusTest
 {
@@ -270,12 +270,14 @@ TEST_F(SketchControl, IsMadeByNameAndWithItsState)
 
 TEST_F(SketchControl, RoundsLeaveNothing)
 {
-    for (int round = 0; round < kRounds; ++round) {
-        CVOSlide4 another;
-        ASSERT_TRUE(another.Create(L"", WS_VISIBLE, kPlace, &host, kId + 1));
-        another.SetInit();
-        if (round % 2 == 0)
-            another.DestroyWindow();
-    }
+    ExpectRoundsLeaveNothing([this] {
+        CVOSlide4 destroyed;
+        CVOSlide4 left;
+        for (CVOSlide4* another : {&destroyed, &left}) {
+            ASSERT_TRUE(another->Create(L"", WS_VISIBLE, kPlace, &host, kId + 1));
+            another->SetInit();
+        }
+        destroyed.DestroyWindow();
+    });
     EXPECT_EQ(registered.controls, 1);
 }

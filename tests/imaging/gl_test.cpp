@@ -4,6 +4,7 @@
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rounds.h"
 
 #include <array>
 #include <GL/gl.h>
@@ -317,4 +318,22 @@ TEST_F(GlContext, RefusesWhatCannotBeDrawnOn)
     EXPECT_FALSE(gl.m_bUseDC);
     ASSERT_TRUE(gl.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
     EXPECT_TRUE(gl.m_bUseDC);
+}
+
+TEST_F(GlContext, RoundsLeaveNothing)
+{
+    HostWnd host;
+    ASSERT_TRUE(host.Open({40, 40}));
+    ExpectRoundsLeaveNothing([&host] {
+        DibSurface surface(8, 8);
+        TwoColors onWindow;
+        TwoColors inMemory;
+        ASSERT_TRUE(onWindow.Create(&host, PFD_TYPE_RGBA, kWindowFlags | PFD_DOUBLEBUFFER));
+        ASSERT_TRUE(inMemory.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
+        for (TwoColors* gl : {&onWindow, &inMemory}) {
+            gl->Init();
+            gl->Resize(8, 8);
+            gl->Render();
+        }
+    });
 }

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
-#include <string_view>
-#include <utility>
 
 namespace support
 {
@@ -115,63 +113,26 @@ const Replacement kReplacements[] = {
     Replace("SizeofResource", SizeofGuarded),
 };
 
-// The place in a module's import tables that holds the address of a function.
-void** ImportSlot(HMODULE module, std::string_view function)
-{
-    BYTE* const base = reinterpret_cast<BYTE*>(module);
-    const auto* const dos = reinterpret_cast<IMAGE_DOS_HEADER*>(base);
-    const auto* const headers = reinterpret_cast<IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
-    const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    const auto* import = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports);
-    for (; import->Name != 0; ++import) {
-        const auto* name = reinterpret_cast<IMAGE_THUNK_DATA*>(base + import->OriginalFirstThunk);
-        auto* slot = reinterpret_cast<void**>(base + import->FirstThunk);
-        for (; name->u1.AddressOfData != 0; ++name, ++slot) {
-            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal))
-                continue;
-            const auto* const entry = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
-            if (function == reinterpret_cast<const char*>(entry->Name))
-                return slot;
-        }
-    }
-    return nullptr;
-}
-
-void WriteSlot(void** slot, void* value)
-{
-    DWORD protection = 0;
-    ::VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-    *slot = value;
-    ::VirtualProtect(slot, sizeof *slot, protection, &protection);
-}
-
 } // namespace
 
 GuardedLibrary::GuardedLibrary()
 {
-    const HMODULE library = ::GetModuleHandle(L"vgui.dll");
-    for (const auto& [name, function] : kReplacements) {
-        void** const slot = ImportSlot(library, name);
-        m_imports.push_back({slot, slot != nullptr ? *slot : nullptr});
-        if (slot != nullptr)
-            WriteSlot(slot, function);
-    }
+    for (const auto& [name, function] : kReplacements)
+        m_imports.emplace_back(L"vgui.dll", name, function);
     g_longest = 0;
     g_freedWhileLocked = 0;
 }
 
 GuardedLibrary::~GuardedLibrary()
 {
-    for (const auto& [slot, original] : m_imports)
-        if (slot != nullptr)
-            WriteSlot(slot, original);
+    m_imports.clear();
     while (!g_blocks.empty())
         GuardedFree(g_blocks.begin()->first);
 }
 
 bool GuardedLibrary::IsGuarded() const
 {
-    return std::ranges::all_of(m_imports, [](const Import& import) { return import.slot != nullptr; });
+    return std::ranges::all_of(m_imports, &ImportPatch::IsInPlace);
 }
 
 HGLOBAL GuardedLibrary::Block(const std::vector<BYTE>& bytes)

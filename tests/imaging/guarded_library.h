@@ -2,6 +2,8 @@
 // making.
 #pragma once
 
+#include "tests/support/import_patch.h"
+
 #include <afxwin.h>
 #include <vector>
 
@@ -37,12 +39,7 @@ public:
     void SetResource(HGLOBAL block);
 
 private:
-    // A place in the library's import table and what was there.
-    struct Import {
-        void** slot; // null when the library does not import the function
-        void* original;
-    };
-    std::vector<Import> m_imports;
+    std::vector<ImportPatch> m_imports;
 };
 
 } // namespace support

@@ -300,6 +300,7 @@ private:
             return E_FAIL;
         frame->Release();
         WNDCLASS windowClass{};
+        windowClass.style = CS_DBLCLKS;
         windowClass.lpfnWndProc = &WindowProc;
         windowClass.lpszClassName = kWindowClass;
         ::RegisterClass(&windowClass);

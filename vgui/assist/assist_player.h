@@ -25,5 +25,5 @@ protected:
     VAssistPlayer() = default;
 };
 
-// The library's player; null, because there is none yet: the dialog then says so in the player's place.
+// The library's player, the web browser control; null where the system has no HTML engine for it.
 std::unique_ptr<VAssistPlayer> VGCreateAssistPlayer();

@@ -133,7 +133,7 @@ void CAssistSystemDlg::MakePlayer()
     if (m_player != nullptr)
         place.ShowWindow(SW_HIDE);
     else
-        place.SetWindowText(L"没有可用的播放器，无法播放视频。");
+        place.SetWindowText(L"系统中没有可用的 HTML 引擎，无法播放视频。");
 }
 
 CWnd& CAssistSystemDlg::PlayerWindow() const

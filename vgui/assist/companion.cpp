@@ -1,27 +1,7 @@
 #include "vgui/assist/companion.h"
 
 #include "vgui/assist/ole_assist.h"
-
-namespace
-{
-
-class OleScope
-{
-public:
-    OleScope() : m_initialized(SUCCEEDED(::OleInitialize(nullptr))) {}
-    OleScope(const OleScope&) = delete;
-    OleScope& operator=(const OleScope&) = delete;
-    ~OleScope()
-    {
-        if (m_initialized)
-            ::OleUninitialize();
-    }
-
-private:
-    bool m_initialized;
-};
-
-} // namespace
+#include "vgui/assist/ole_scope.h"
 
 UINT CompanionInfomation(HWND owner, UINT, const wchar_t* arguments, UINT mode)
 {

@@ -1,6 +1,20 @@
 #include "vgui/assist/media.h"
 
+#include "vgui/assist/ole_scope.h"
+
+#include <mshtml.h>
 #include <utility>
+
+bool VGHasHtmlEngine()
+{
+    const OleScope ole;
+    IUnknown* document = nullptr;
+    if (FAILED(::CoCreateInstance(__uuidof(HTMLDocument), nullptr, CLSCTX_INPROC_SERVER,
+                                  IID_PPV_ARGS(&document))))
+        return false;
+    document->Release();
+    return true;
+}
 
 // --- CMediaCtrl
 

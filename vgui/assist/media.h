@@ -6,13 +6,17 @@
 #include <afxdhtml.h>
 #include <afxhtml.h>
 
+// Whether the system has the HTML engine, without which the browser control takes addresses but shows
+// nothing.
+VGUI_API bool VGHasHtmlEngine();
+
 // A browser that plays films and shows pages in a dialog. It is a member of the dialog: the object outlives
 // its window, which Create makes, or which is a control of the dialog that the object subclasses (by
 // SubclassDlgItem or DDX_Control); the browser covers it either way. Where the browser cannot be created,
 // Create fails, and a subclassed control stays as it is and everything below does nothing.
 //
 // What the browser refuses (a file that is not there, a step back from the first page) does nothing; the
-// events of CHtmlView tell of it. Pages need the system's HTML engine, films its plug-in for them.
+// events of CHtmlView tell of it. Pages need the HTML engine, films its plug-in.
 class VGUI_API CMediaCtrl : public CHtmlView
 {
     DECLARE_DYNCREATE(CMediaCtrl)
