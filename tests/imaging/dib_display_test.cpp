@@ -1,5 +1,6 @@
 // The DIB object on a device context.
 #include "tests/imaging/dib_samples.h"
+#include "tests/imaging/guarded_library.h"
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "tests/support/recorder.h"
@@ -184,7 +185,6 @@ TEST_F(DibDisplay, DrawingBetweenBeginAndEndPaintGetsIntoTheImage)
         CDC* const pDC = m_dib.BeginPaint(bitCount == 8 ? &m_surface.DC() : nullptr);
         ASSERT_NE(pDC, nullptr);
         EXPECT_EQ(m_dib.BeginPaint(nullptr), pDC) << "one drawing at a time";
-        CGdiObject::DeleteTempMap(); // as idle processing does
         pDC->FillSolidRect(CRect(2, 1, 6, 4), drawn);
         m_dib.EndPaint();
         m_dib.EndPaint();
@@ -199,4 +199,22 @@ TEST_F(DibDisplay, DrawingBetweenBeginAndEndPaintGetsIntoTheImage)
     Bytes bytes = PackedDib({});
     ASSERT_TRUE(open.Create(bytes.data()));
     EXPECT_NE(open.BeginPaint(nullptr), nullptr);
+}
+
+// What BeginPaint displaced has wrappers that live until the next idle time only.
+TEST_F(DibDisplay, IdleProcessingDuringADrawingDoesNoHarm)
+{
+    const support::GuardedLibrary library; // keeps what is deleted out of reach
+    ASSERT_TRUE(library.IsGuarded());
+    CDib dib;
+    Bytes bytes = PackedDib({.bitCount = 8});
+    ASSERT_TRUE(dib.Create(bytes.data()));
+    const COLORREF drawn = ShownColor(dib.GetBitmap(), 7, 3);
+    CDC* const pDC = dib.BeginPaint(nullptr);
+    ASSERT_NE(pDC, nullptr);
+    for (LONG count = 0; AfxGetApp()->OnIdle(count); ++count) {
+    }
+    pDC->FillSolidRect(CRect(2, 1, 6, 4), drawn);
+    dib.EndPaint();
+    EXPECT_EQ(ShownColor(dib.GetBitmap(), 3, 2), drawn);
 }

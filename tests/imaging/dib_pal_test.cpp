@@ -1,14 +1,14 @@
 #include "vgui/imaging/dib_pal.h"
 
+#include "tests/imaging/guarded_library.h"
+#include "tests/imaging/soak.h"
 #include "tests/support/census.h"
 #include "tests/support/modal.h"
 #include "tests/support/pixels.h"
 
 #include <afxdlgs.h>
 #include <array>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <random>
 #include <string_view>
 #include <vector>
 
@@ -92,17 +92,39 @@ struct PaletteFile {
 
 const Entries kFileEntries{{0, 1, 2, 3}, {4, 5, 6, 7}, {8, 9, 10, 11}};
 
-int LoadFrom(CDIBPal& palette, Bytes bytes)
+// A file with damage in its chunk headers above all.
+Bytes Damaged(const Bytes& sound, std::mt19937& random)
+{
+    constexpr DWORD kSizes[] = {0, 1, 4, 12, 16, 0x7FFFFFFF, 0x80000000, 0xFFFFFFF0, 0xFFFFFFFF};
+    Bytes bytes = sound;
+    for (unsigned change = 0; change <= random() % 3; ++change) {
+        const size_t at = random() % (bytes.size() - 3);
+        if (random() % 2 == 0)
+            bytes[at] = static_cast<BYTE>(random());
+        else
+            memcpy(bytes.data() + at / 2 * 2, &kSizes[random() % std::size(kSizes)], sizeof(DWORD));
+    }
+    if (random() % 4 == 0)
+        bytes.resize(random() % bytes.size());
+    return bytes;
+}
+
+int LoadFrom(CDIBPal& palette, BYTE* bytes, size_t length)
 {
     MMIOINFO info{};
     info.fccIOProc = FOURCC_MEM;
-    info.pchBuffer = reinterpret_cast<char*>(bytes.data());
-    info.cchBuffer = static_cast<LONG>(bytes.size());
+    info.pchBuffer = reinterpret_cast<char*>(bytes);
+    info.cchBuffer = static_cast<LONG>(length);
     const HMMIO file = ::mmioOpen(nullptr, &info, MMIO_READ);
     EXPECT_NE(file, nullptr);
     const int loaded = palette.Load(file);
     ::mmioClose(file, 0);
     return loaded;
+}
+
+int LoadFrom(CDIBPal& palette, Bytes bytes)
+{
+    return LoadFrom(palette, bytes.data(), bytes.size());
 }
 
 class TemporaryFile
@@ -351,34 +373,31 @@ TEST_F(DibPalTest, RefusesDamagedFiles)
     }
 }
 
-// VGUI_SOAK: how many damaged files.
 TEST_F(DibPalTest, EndsWithAnyInput)
 {
-    const char* const wanted = std::getenv("VGUI_SOAK");
-    const int rounds = wanted != nullptr ? std::max(1, std::atoi(wanted)) : 2000;
     PaletteFile file;
     file.otherChunks = true;
     const Bytes sound = file.Make();
-    std::mt19937 random(31);
-    const DWORD sizes[] = {0, 1, 4, 12, 16, 0x7FFFFFFF, 0x80000000, 0xFFFFFFF0, 0xFFFFFFFF};
-    for (int round = 0; round < rounds; ++round) {
-        Bytes bytes = sound;
-        for (unsigned change = 0; change <= random() % 3; ++change) {
-            const size_t at = random() % (bytes.size() - 3);
-            if (random() % 2 == 0)
-                bytes[at] = static_cast<BYTE>(random());
-            else
-                memcpy(bytes.data() + at / 2 * 2, &sizes[random() % std::size(sizes)], sizeof(DWORD) / 2);
-        }
-        if (random() % 4 == 0)
-            bytes.resize(random() % bytes.size());
+    GuardedLibrary library;
+    ASSERT_TRUE(library.IsGuarded());
+    int taken = 0;
+    SoakInputs inputs(2000);
+    while (!HasFailure() && inputs.Next()) {
+        SCOPED_TRACE(inputs.Name());
+        const Bytes bytes = Damaged(sound, inputs.Random());
+        const HGLOBAL block = library.Block(bytes);
         CDIBPal palette;
         Make(palette, 1);
-        if (LoadFrom(palette, bytes))
-            ASSERT_LE(static_cast<size_t>(palette.GetNumColors()) * 4 + 24, bytes.size()) << round;
-        else
-            ASSERT_EQ(palette.GetNumColors(), 1) << round;
+        if (LoadFrom(palette, static_cast<BYTE*>(block), bytes.size())) {
+            EXPECT_LE(static_cast<size_t>(palette.GetNumColors()) * 4 + 24, bytes.size());
+            ++taken;
+        } else {
+            EXPECT_EQ(palette.GetNumColors(), 1);
+        }
+        EXPECT_EQ(library.BytesOf(block), bytes);
+        library.Free(block);
     }
+    EXPECT_GE(taken, inputs.Count() / 20);
 }
 
 TEST_F(DibPalTest, TellsTheUserWhatFailed)

@@ -1,13 +1,12 @@
-// Damaged images for every reader. The environment variable VGUI_SOAK says how many for each; without it
-// there are a few thousand.
+// Damaged images for every reader; see SoakInputs for how to have more of them.
 #include "tests/imaging/dib_samples.h"
 #include "tests/imaging/guarded_library.h"
+#include "tests/imaging/soak.h"
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 
 namespace
 {
@@ -16,20 +15,12 @@ using samples::Bytes;
 using samples::DibSpec;
 using samples::PackedDib;
 using support::GuardedLibrary;
+using support::SoakInputs;
 
 constexpr int kShortSoak = 3000;
-constexpr int kSuiteRounds = 2;
 constexpr int kThoroughEvery = 8;
 // The size of the image that a reader may or may not replace. No seed has it.
 constexpr SIZE kKept = {5, 2};
-
-int Rounds()
-{
-    wchar_t text[16] = L"";
-    ::GetEnvironmentVariable(L"VGUI_SOAK", text, 16);
-    const int count = _wtoi(text);
-    return (count > 0 ? count : kShortSoak) / kSuiteRounds;
-}
 
 std::vector<Bytes> Seeds()
 {
@@ -48,11 +39,11 @@ std::vector<Bytes> Seeds()
     return seeds;
 }
 
-// Damages images, the headers above all. The same seed number makes the same images.
+// Damages images, the headers above all.
 class Mutator
 {
 public:
-    explicit Mutator(unsigned seed) : m_random(seed) {}
+    explicit Mutator(std::mt19937& random) : m_random(random) {}
 
     // An image and, when it becomes a file, its file header.
     Bytes Next(bool isFile)
@@ -119,7 +110,7 @@ private:
         std::memcpy(bytes.data() + place, &value, std::min(sizeof value, bytes.size() - place));
     }
 
-    std::mt19937 m_random;
+    std::mt19937& m_random;
 };
 
 // Uses what a reader made, so that an image whose measures are wrong is found out.
@@ -147,19 +138,20 @@ void Use(CDib& dib, GuardedLibrary& library, bool isThorough)
 // Damages images and feeds them to a reader. read gets an object with an image and the damaged bytes, and
 // answers the reader's result.
 template <class Read>
-void Soak(Mutator& mutator, bool isFile, Read read)
+void Soak(bool isFile, Read read)
 {
     GuardedLibrary library;
     ASSERT_TRUE(library.IsGuarded());
     int taken = 0;
     int refused = 0;
     CDib dib;
-    for (int round = 0; round < Rounds() && !testing::Test::HasFailure(); ++round) {
-        SCOPED_TRACE(testing::Message() << "round " << round);
+    SoakInputs inputs(kShortSoak);
+    while (!testing::Test::HasFailure() && inputs.Next()) {
+        SCOPED_TRACE(inputs.Name());
         if (dib.GetWidth() != kKept.cx) {
             ASSERT_TRUE(dib.Create(DWORD{kKept.cx}, DWORD{kKept.cy}, WORD{8}));
         }
-        const Bytes bytes = mutator.Next(isFile);
+        const Bytes bytes = Mutator(inputs.Random()).Next(isFile);
         const HGLOBAL block = dib.GetHandle();
         const CBitmap* const bitmap = dib.GetBitmap();
         const Bytes before = library.BytesOf(block);
@@ -174,14 +166,14 @@ void Soak(Mutator& mutator, bool isFile, Read read)
             EXPECT_EQ(library.BytesOf(block), before);
             ++refused;
         } else { // also, with FALSE, what GDI cannot show
-            Use(dib, library, taken % kThoroughEvery == 0);
+            Use(dib, library, inputs.Index() % kThoroughEvery == 0);
             ++taken;
         }
     }
     dib.Destroy();
     // Damage that nothing survives, or that nothing minds, would show little.
-    EXPECT_GT(taken, Rounds() / 20);
-    EXPECT_GT(refused, Rounds() / 20);
+    EXPECT_GE(taken, inputs.Count() / 20);
+    EXPECT_GE(refused, inputs.Count() / 20);
     EXPECT_EQ(library.Count(), 0);
     EXPECT_EQ(library.FreedWhileLocked(), 0);
 }
@@ -194,15 +186,12 @@ class DibSoakTest : public support::CensusTest
 
 TEST_F(DibSoakTest, File)
 {
-    static Mutator mutator(1);
-    Soak(mutator, true,
-         [](CDib& dib, const Bytes& bytes, GuardedLibrary&) { return samples::ReadBytes(dib, bytes); });
+    Soak(true, [](CDib& dib, const Bytes& bytes, GuardedLibrary&) { return samples::ReadBytes(dib, bytes); });
 }
 
 TEST_F(DibSoakTest, Resource)
 {
-    static Mutator mutator(2);
-    Soak(mutator, true, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
+    Soak(true, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
         const HGLOBAL resource = library.Block(bytes);
         library.SetResource(resource);
         const int result = dib.Load(L"NAME", L"TYPE");
@@ -214,12 +203,24 @@ TEST_F(DibSoakTest, Resource)
 
 TEST_F(DibSoakTest, Block)
 {
-    static Mutator mutator(3);
-    Soak(mutator, false, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
+    Soak(false, [](CDib& dib, const Bytes& bytes, GuardedLibrary& library) {
         const HGLOBAL block = library.Block(bytes);
         const int result = dib.Attach(block);
         if (dib.GetHandle() != block)
             library.Free(block);
         return result;
+    });
+}
+
+TEST_F(DibSoakTest, Archive)
+{
+    Soak(true, [](CDib& dib, const Bytes& bytes, GuardedLibrary&) {
+        CMemFile file;
+        file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        file.SeekToBegin();
+        CArchive archive(&file, CArchive::load);
+        const HGLOBAL block = dib.GetHandle();
+        dib.Serialize(archive);
+        return dib.GetHandle() != block;
     });
 }

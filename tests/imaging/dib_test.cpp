@@ -208,6 +208,32 @@ TEST_F(DibTest, HeadersThatMakeNoSenseAreRefused)
     }
 }
 
+// A compressed image may claim any size. GDI would write beyond its memory where a row's bits overflow 32
+// bits.
+TEST_F(DibTest, RowsWhoseBitsOverflowAreRefused)
+{
+    Fill({});
+    const State before(m_dib);
+    const struct {
+        WORD bitCount;
+        DWORD compression;
+        LONG most;
+    } kCases[] = {{8, BI_RLE8, 0x0FFFFFFC}, {4, BI_RLE4, 0x1FFFFFF8}};
+    for (const auto& [bitCount, compression, most] : kCases) {
+        SCOPED_TRACE(bitCount);
+        Bytes bytes = PackedDib({.bitCount = bitCount, .height = 1, .compression = compression});
+        for (const LONG width : {most + 1, LONG{0x20000000}, LONG{0x40000000}, LONG_MAX}) {
+            samples::HeaderOf(bytes).biWidth = width;
+            EXPECT_FALSE(m_dib.Create(bytes.data()));
+            EXPECT_EQ(State(m_dib), before) << width;
+        }
+        CDib widest;
+        samples::HeaderOf(bytes).biWidth = most;
+        widest.Create(bytes.data());
+        EXPECT_EQ(widest.GetWidth(), most);
+    }
+}
+
 TEST_F(DibTest, FailuresLeaveTheImageAlone)
 {
     Fill({.bitCount = 8});

@@ -1,5 +1,4 @@
-// Guard pages behind every block of global memory that the library allocates, and resources of our own
-// making.
+// Guard pages behind the memory that the library and the framework allocate, and resources of our own making.
 #pragma once
 
 #include "tests/support/import_patch.h"
@@ -10,9 +9,13 @@
 namespace support
 {
 
-// As long as this lives, the global blocks of vgui.dll end before a guard page, and so do those that the test
-// makes here; and every resource that vgui.dll looks for is the one that SetResource names. Objects that hold
-// such blocks end before this does. One at a time.
+// As long as this lives:
+// - The global blocks of vgui.dll end before a guard page, and so do those that the test makes here. Objects
+//   that hold such blocks end before this does.
+// - What vgui.dll and the framework make with new ends there too, up to its alignment, and cannot be reached
+//   for a while after it is deleted.
+// - Every resource that vgui.dll looks for is the one that SetResource names.
+// One at a time.
 class GuardedLibrary
 {
 public:
@@ -22,7 +25,7 @@ public:
     GuardedLibrary& operator=(const GuardedLibrary&) = delete;
 
     // Whether all functions could be replaced.
-    [[nodiscard]] bool IsGuarded() const;
+    [[nodiscard]] bool IsGuarded() const { return m_isGuarded; }
 
     // A block as GlobalAlloc makes it, with these bytes. Whoever takes it frees it; else Free does.
     [[nodiscard]] HGLOBAL Block(const std::vector<BYTE>& bytes);
@@ -35,11 +38,15 @@ public:
     // The longest block since the last call, in bytes.
     [[nodiscard]] size_t TakeLongest();
 
+    // Makes new fail for so many bytes and more.
+    void RefuseObjectsFrom(size_t length);
+
     // The bytes of every resource; null for none. The block stays the caller's.
     void SetResource(HGLOBAL block);
 
 private:
     std::vector<ImportPatch> m_imports;
+    bool m_isGuarded = false;
 };
 
 } // namespace support

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 
 namespace support
@@ -14,6 +15,8 @@ namespace
 
 constexpr UINT kCrashExitCode = 99;
 constexpr int kMostFrames = 40;
+
+char g_note[160];
 
 // Straight to the handle: the C library's buffers cannot be trusted any more.
 void Write(const char* text, int length)
@@ -57,8 +60,17 @@ bool Unwind(CONTEXT& context, bool isFirst)
     return true;
 }
 
+void WriteNote()
+{
+    if (g_note[0] == '\0')
+        return;
+    Write(g_note, static_cast<int>(strlen(g_note)));
+    Write("\n", 1);
+}
+
 void WriteBacktrace(CONTEXT context)
 {
+    WriteNote();
     for (int index = 0; index < kMostFrames && context.Rip != 0; ++index) {
         WriteFrame(index, context.Rip);
         if (!Unwind(context, index == 0))
@@ -103,6 +115,11 @@ void InstallCrashReport()
     ::SetUnhandledExceptionFilter(ReportException);
     std::signal(SIGABRT, [](int) { ReportHere("abort"); });
     std::set_terminate([] { ReportHere("terminate"); });
+}
+
+void SetCrashNote(const char* note)
+{
+    snprintf(g_note, sizeof g_note, "%s", note);
 }
 
 } // namespace support

@@ -19,5 +19,7 @@ void EndTests();
 // Makes every crash print its code and a backtrace of module names with offsets, and end the process with
 // exit code 99.
 void InstallCrashReport();
+// What the report is to say besides, as which input is being worked on; cut at a sensible length.
+void SetCrashNote(const char* note);
 
 } // namespace support

@@ -78,13 +78,17 @@ bool IsCompressionOfDepth(DWORD compression, WORD bitCount)
     }
 }
 
-// Whether an image of that size can be held at all.
+// Whether an image of that size can be held at all, and shown.
 bool IsSaneSize(LONG width, LONG height, WORD bitCount)
 {
+    // There are GDIs that count a row's bits, padding included, in 32 bits, and write beyond their memory
+    // when the count overflows. A compressed image of such a width need not be long.
+    constexpr uint64_t kMaxRowBits = INT_MAX - 31;
     if (width <= 0 || height <= 0)
         return false;
-    const uint64_t rowBytes = (uint64_t{static_cast<ULONG>(width)} * bitCount + 31) / 32 * 4;
-    return rowBytes <= kMaxDibImageBytes / static_cast<ULONG>(height);
+    const auto pixels = static_cast<uint64_t>(width);
+    return pixels * bitCount <= kMaxRowBits &&
+           DIBRowBytes(pixels, bitCount) <= kMaxDibImageBytes / static_cast<ULONG>(height);
 }
 
 // Whether the memory begins with the header of an image with bottom-up rows.
