@@ -6,6 +6,8 @@
 #include "tests/support/recorder.h"
 #include "vgui/foundation/gdi_scope.h"
 
+#include <climits>
+
 namespace
 {
 
@@ -101,6 +103,27 @@ TEST_F(DibDisplay, FillsRectanglesAndWindowsWithTheBitmap)
     EXPECT_FALSE(empty.Display(&m_surface.DC(), kWhole));
     EXPECT_FALSE(m_dib.Display(static_cast<CWnd*>(nullptr)));
     EXPECT_FALSE(m_dib.Display(nullptr, kWhole));
+}
+
+TEST_F(DibDisplay, CoordinatesThatGdiDoesNotHaveDrawNothing)
+{
+    CDC* const pDC = &m_surface.DC();
+    for (const WORD bitCount : {WORD{8}, WORD{24}}) {
+        Fill(bitCount);
+        for (const LONG beyond : {LONG{0x8000000}, LONG{0x40000000}, LONG_MAX, LONG_MIN}) {
+            SCOPED_TRACE(beyond);
+            for (const CRect& rect :
+                 {CRect(beyond, 0, 13, 7), CRect(0, 0, beyond, 7), CRect(0, 0, 13, beyond)}) {
+                EXPECT_FALSE(m_dib.Display(pDC, rect, kWhole, SRCCOPY));
+                EXPECT_FALSE(m_dib.Display(pDC, kWhole, rect, SRCCOPY));
+                EXPECT_FALSE(m_dib.Display(pDC, rect));
+                EXPECT_FALSE(m_dib.DitherDisplay(pDC, rect, kWhole, SRCCOPY));
+                EXPECT_FALSE(m_dib.DitherDisplay(pDC, kWhole, rect, SRCCOPY));
+            }
+            EXPECT_FALSE(m_dib.Display(pDC, 1, 1, beyond, 7, 1, 1, 13, beyond, SRCCOPY));
+        }
+    }
+    EXPECT_EQ(m_surface.Count(DibSurface::kBackground), 40 * 30);
 }
 
 TEST_F(DibDisplay, AnEmptyObjectOrNoContextDrawsNothing)

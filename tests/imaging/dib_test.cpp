@@ -3,8 +3,10 @@
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "vgui/foundation/gdi_scope.h"
+#include "vgui/imaging/dib_pal.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <functional>
 
@@ -208,30 +210,35 @@ TEST_F(DibTest, HeadersThatMakeNoSenseAreRefused)
     }
 }
 
-// A compressed image may claim any size. GDI would write beyond its memory where a row's bits overflow 32
-// bits.
-TEST_F(DibTest, RowsWhoseBitsOverflowAreRefused)
+// A compressed image may claim any size. GDI would write beyond its memory where a count overflows 32 bits.
+TEST_F(DibTest, SizesThatOverflowAtTheDevicesDepthAreRefused)
 {
+    constexpr LONG kMostWidth = 0x3FFFFFF;
+    constexpr SIZE kLargest[] = {{kMostWidth, 1}, {0x8000, 0x3FFF}, {1, 0x1FFFFFFF}};
+    constexpr SIZE kTooLarge[] = {{kMostWidth + 1, 1}, {134217741, 7},   {0x40000000, 1},
+                                  {LONG_MAX, 1},       {0x8000, 0x4000}, {3, 0x1FFFFFFF}};
     Fill({});
     const State before(m_dib);
-    const struct {
-        WORD bitCount;
-        DWORD compression;
-        LONG most;
-    } kCases[] = {{8, BI_RLE8, 0x0FFFFFFC}, {4, BI_RLE4, 0x1FFFFFF8}};
-    for (const auto& [bitCount, compression, most] : kCases) {
-        SCOPED_TRACE(bitCount);
-        Bytes bytes = PackedDib({.bitCount = bitCount, .height = 1, .compression = compression});
-        for (const LONG width : {most + 1, LONG{0x20000000}, LONG{0x40000000}, LONG_MAX}) {
-            samples::HeaderOf(bytes).biWidth = width;
+    for (const auto& [bitCount, compression] : {std::pair{8, BI_RLE8}, {4, BI_RLE4}}) {
+        Bytes bytes = PackedDib(
+            {.bitCount = static_cast<WORD>(bitCount), .compression = static_cast<DWORD>(compression)});
+        const auto claim = [&bytes](SIZE size) {
+            samples::HeaderOf(bytes).biWidth = size.cx;
+            samples::HeaderOf(bytes).biHeight = size.cy;
+        };
+        for (const SIZE size : kTooLarge) {
+            claim(size);
             EXPECT_FALSE(m_dib.Create(bytes.data()));
-            EXPECT_EQ(State(m_dib), before) << width;
+            EXPECT_EQ(State(m_dib), before) << size.cx << " x " << size.cy;
         }
-        CDib widest;
-        samples::HeaderOf(bytes).biWidth = most;
-        widest.Create(bytes.data());
-        EXPECT_EQ(widest.GetWidth(), most);
+        for (const SIZE size : kLargest) {
+            claim(size);
+            CDib dib;
+            dib.Create(bytes.data());
+            EXPECT_EQ(dib.GetWidth(), size.cx);
+        }
     }
+    EXPECT_FALSE(CDIB().Create(kMostWidth + 1, 1, 1));
 }
 
 TEST_F(DibTest, FailuresLeaveTheImageAlone)

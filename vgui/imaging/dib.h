@@ -20,6 +20,8 @@
 //   turned over when it is taken in.
 // - Memory from elsewhere is checked first: a header that makes no sense, or an image whose pixel rows are
 //   not all there, is refused.
+// - No image has more than 2 GB at 32 bits per pixel, nor more than 67,108,863 pixels in a row: GDI may need
+//   it in that form to draw it.
 // - One thread uses an object: the user-interface thread.
 class VGUI_API CDib : public CObject
 {
@@ -36,7 +38,7 @@ public:
     // screen of 8 bits or less the colour table is the system palette; else it is zero.
     int Create(DWORD width, DWORD height);
     // A blank image: colour table and pixels all zero. The depth is rounded up: 0 and 1 to 1, to 4, to 8, to
-    // 24; more than 24 gives 4. The last is intended. FALSE for an empty size and one above 2 GB.
+    // 24; more than 24 gives 4. The last is intended. FALSE for an empty size and one above the limits.
     int Create(DWORD width, DWORD height, WORD bitCount);
     // A copy of the packed DIB in memory, which stays the caller's. Its header is checked, and then as many
     // bytes are read as it tells: header, colour table and the larger of biSizeImage and the pixel rows. The
@@ -160,7 +162,8 @@ public:
 
     // ---- Display
     //
-    // Destinations are in pDC's logical coordinates. FALSE for no DC and an empty object. Unless said, pDC's
+    // Destinations are in pDC's logical coordinates. FALSE for no DC, an empty object, and a stretch with
+    // coordinates that GDI does not have (beyond 2 to the power of 27). Unless said, pDC's
     // palette, objects and stretch mode are afterwards what they were.
 
     // The four plain displays: copy w x h pixels from (xSrc, ySrc) to (x, y), stretch a part of the image

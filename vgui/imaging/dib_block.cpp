@@ -78,19 +78,6 @@ bool IsCompressionOfDepth(DWORD compression, WORD bitCount)
     }
 }
 
-// Whether an image of that size can be held at all, and shown.
-bool IsSaneSize(LONG width, LONG height, WORD bitCount)
-{
-    // There are GDIs that count a row's bits, padding included, in 32 bits, and write beyond their memory
-    // when the count overflows. A compressed image of such a width need not be long.
-    constexpr uint64_t kMaxRowBits = INT_MAX - 31;
-    if (width <= 0 || height <= 0)
-        return false;
-    const auto pixels = static_cast<uint64_t>(width);
-    return pixels * bitCount <= kMaxRowBits &&
-           DIBRowBytes(pixels, bitCount) <= kMaxDibImageBytes / static_cast<ULONG>(height);
-}
-
 // Whether the memory begins with the header of an image with bottom-up rows.
 bool IsSaneHeader(const BYTE* block, size_t length)
 {
@@ -111,7 +98,7 @@ bool IsSaneHeader(const BYTE* block, size_t length)
     }
     const WORD bitCount = BitCountOf(block);
     return planes == 1 && IsKnownDepth(bitCount) && IsCompressionOfDepth(CompressionOf(block), bitCount) &&
-           IsSaneSize(DIBWidth(block), DIBHeight(block), bitCount);
+           IsSaneDibSize(DIBWidth(block), DIBHeight(block));
 }
 
 // The bytes of the pixel rows; of the stream when there are no rows.
@@ -203,6 +190,15 @@ bool IsKnownDepth(WORD bitCount)
 {
     constexpr WORD kDepths[] = {1, 4, 8, 16, 24, 32};
     return std::ranges::find(kDepths, bitCount) != std::end(kDepths);
+}
+
+bool IsSaneDibSize(LONG width, LONG height)
+{
+    constexpr LONG kMostBits = 32;
+    constexpr LONG kMostWidth = (INT_MAX - (kMostBits - 1)) / kMostBits;
+    return width > 0 && height > 0 && width <= kMostWidth &&
+           DIBRowBytes(static_cast<size_t>(width), kMostBits) <=
+               kMaxDibImageBytes / static_cast<size_t>(height);
 }
 
 DWORD DIBNumColors(const BYTE* block)
@@ -335,7 +331,7 @@ VOwnedGlobal NewGlobalBlock(size_t bytes)
 VOwnedGlobal NewDib(const BITMAPINFOHEADER& header, size_t spare)
 {
     if (header.biSize != kInfoHeaderBytes || header.biPlanes != 1 || !IsKnownDepth(header.biBitCount) ||
-        !IsSaneSize(header.biWidth, header.biHeight, header.biBitCount))
+        !IsSaneDibSize(header.biWidth, header.biHeight))
         return {};
     const auto* const bytes = reinterpret_cast<const BYTE*>(&header);
     const size_t rows = BytesPerLine(bytes) * static_cast<size_t>(header.biHeight);

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// No image has more bytes of pixels than this.
+// No image has more bytes of pixels than this, whatever its depth becomes.
 constexpr size_t kMaxDibImageBytes = 0x7FFFFFFF;
 // The longest colour table that a depth of at most 8 bits can use.
 constexpr DWORD kMaxDibColors = 256;
@@ -31,6 +31,12 @@ size_t DIBBlockSize(BYTE* block);
 
 // Whether images of that depth are known: 1, 4, 8, 16, 24 and 32.
 bool IsKnownDepth(WORD bitCount);
+
+// Whether an image of that size can be held and shown. GDI brings what it draws to the depth of the device;
+// there are GDIs that then count a row's bits and the image's bytes in 32 bits, and write beyond their memory
+// when the count overflows. A compressed image of such a size need not be long. So there must be room for the
+// image at 32 bits per pixel, whatever its own depth.
+bool IsSaneDibSize(LONG width, LONG height);
 
 // The bytes of one row of so many pixels, padded to 4.
 constexpr size_t DIBRowBytes(size_t width, size_t bitCount)

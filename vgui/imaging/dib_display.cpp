@@ -35,7 +35,7 @@ int StretchBitmap(CDC& dc, CBitmap* pBitmap, CPalette* pPalette, const CRect& rc
                   DWORD rop)
 {
     const VBitmapDC source(dc, BitmapHandle(pBitmap));
-    if (!source)
+    if (!source || !AreGdiCoordinates(rcDest) || !AreGdiCoordinates(rcSrc))
         return FALSE;
     const VPaletteScope palette(dc.m_hDC, PaletteHandle(pPalette));
     return ::StretchBlt(dc.m_hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), source.Get(),
@@ -62,8 +62,7 @@ int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWOR
     if (!IsUsable(pDC))
         return FALSE;
     if (IsRequireDither(pDC))
-        return DitherDisplay(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(w, h)),
-                             rop);
+        return Display(pDC, x, y, w, h, xSrc, ySrc, w, h, rop);
     const VBitmapDC source(*pDC, BitmapHandle(m_pBitmap));
     if (!source)
         return FALSE;
@@ -74,6 +73,8 @@ int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, DWOR
 int CDib::Display(CDC* pDC, int x, int y, int w, int h, int xSrc, int ySrc, int wSrc, int hSrc,
                   DWORD rop) const
 {
+    if (!AreGdiCoordinates({x, y, w, h, xSrc, ySrc, wSrc, hSrc}))
+        return FALSE;
     return Display(pDC, CRect(CPoint(x, y), CSize(w, h)), CRect(CPoint(xSrc, ySrc), CSize(wSrc, hSrc)), rop);
 }
 
@@ -104,7 +105,7 @@ bool CDib::Display(CWnd* pWnd) const
 bool CDib::Display(CDC* pDC, const CRect& rc) const
 {
     const HBITMAP hBitmap = BitmapHandle(m_pBitmap);
-    if (!IsUsable(pDC) || hBitmap == nullptr)
+    if (!IsUsable(pDC) || hBitmap == nullptr || !AreGdiCoordinates(rc))
         return false;
     // The source begins at the rectangle's corner, too; hosts rely on it.
     const CRect source(rc.TopLeft(), SizeOf(hBitmap));
@@ -123,7 +124,7 @@ int CDib::IsRequireDither(CDC* pDC) const
 
 int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD) const
 {
-    if (!IsUsable(pDC))
+    if (!IsUsable(pDC) || !AreGdiCoordinates(rcDest) || !AreGdiCoordinates(rcSrc))
         return FALSE;
     try {
         const VOwnedGlobal copy = DitherDib(m_hDib);

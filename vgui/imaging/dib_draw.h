@@ -4,9 +4,22 @@
 #include "vgui/foundation/gdi_scope.h"
 
 #include <afxwin.h>
+#include <algorithm>
+#include <initializer_list>
 
-// Coordinates beyond this are none to GDI.
+// Coordinates beyond this are none to GDI, which may divide by zero when it stretches by them.
 inline constexpr LONG kMaxGdiCoordinate = (1 << 27) - 1;
+
+inline bool AreGdiCoordinates(std::initializer_list<LONG> values)
+{
+    return std::ranges::all_of(
+        values, [](LONG value) { return value >= -kMaxGdiCoordinate && value <= kMaxGdiCoordinate; });
+}
+
+inline bool AreGdiCoordinates(const CRect& rect)
+{
+    return AreGdiCoordinates({rect.left, rect.top, rect.right, rect.bottom});
+}
 
 inline bool IsUsable(const CDC* pDC)
 {

@@ -28,11 +28,9 @@ size_t BitsOffset(WORD bitCount)
 // Header, blank colour table and blank rows; empty when there cannot be such an image.
 std::vector<BYTE> NewImage(int width, int height, WORD bitCount)
 {
-    if (width <= 0 || height <= 0 || !IsKnownDepth(bitCount))
+    if (!IsSaneDibSize(width, height) || !IsKnownDepth(bitCount))
         return {};
     const size_t rowBytes = DIBRowBytes(static_cast<size_t>(width), bitCount);
-    if (rowBytes > kMaxDibImageBytes / static_cast<size_t>(height))
-        return {};
     BITMAPINFOHEADER header = DIBHeader(width, height, bitCount);
     header.biSizeImage = static_cast<DWORD>(rowBytes * static_cast<size_t>(height));
     try {

@@ -7,19 +7,15 @@
 #include "vgui/imaging/dib_pause.h"
 
 #include <cstdlib>
+#include <new>
 
 namespace
 {
 
-bool IsCoordinate(int value)
-{
-    return value >= -kMaxGdiCoordinate && value <= kMaxGdiCoordinate;
-}
-
 // Whether an image of that size, not empty, can be drawn at a place of the DC.
 bool CanPlay(const CDC* pDC, int x, int y, CSize image)
 {
-    return IsUsable(pDC) && IsCoordinate(x) && IsCoordinate(y) && image.cx > 0 && image.cy > 0 &&
+    return IsUsable(pDC) && AreGdiCoordinates({x, y}) && image.cx > 0 && image.cy > 0 &&
            image.cx <= kMaxGdiCoordinate && image.cy <= kMaxGdiCoordinate;
 }
 
@@ -64,17 +60,21 @@ private:
     VBrush m_brush;
 };
 
-// The loop of all effects that are made of frames.
+// The loop of all effects that are made of frames. FALSE when memory for the parts of a frame is short.
 template <class Draw>
 int PlayFrames(VEffectFrames frames, DWORD delay, const Draw& draw)
 {
-    std::vector<VEffectPart> parts;
-    while (frames.Next(parts)) {
-        for (const VEffectPart& part : parts)
-            draw(part);
-        PauseTransition(delay);
+    try {
+        std::vector<VEffectPart> parts;
+        while (frames.Next(parts)) {
+            for (const VEffectPart& part : parts)
+                draw(part);
+            PauseTransition(delay);
+        }
+        return TRUE;
+    } catch (const std::bad_alloc&) {
+        return FALSE;
     }
-    return TRUE;
 }
 
 template <class Draw>
