@@ -163,8 +163,8 @@ public:
     // ---- Display
     //
     // Destinations are in pDC's logical coordinates. FALSE for no DC, an empty object, and a stretch with
-    // coordinates that GDI does not have (beyond 2 to the power of 27). Unless said, pDC's
-    // palette, objects and stretch mode are afterwards what they were.
+    // coordinates that GDI does not have (beyond 2 to the power of 27). Unless said,
+    // pDC's palette, objects and stretch mode are afterwards what they were.
 
     // The four plain displays: copy w x h pixels from (xSrc, ySrc) to (x, y), stretch a part of the image
     // into a rectangle, copy the whole image to (x, y). They use pDC's stretch mode and answer what GDI does.

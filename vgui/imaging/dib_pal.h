@@ -19,8 +19,7 @@ public:
     CDIB() = default;
 
     // A blank image, colour table and pixels zero. bitCount is 1, 4, 8, 16, 24 or 32. FALSE, and the image
-    // stays as it was, for any other depth, an empty size, and one of more than 2 GB at 32
-    // bits per pixel.
+    // stays as it was, for any other depth, an empty size, and one above the limits of CDib.
     int Create(int width, int height, WORD bitCount);
     // The size, depth and colour table of the info, which needs a 40-byte header without compression, and a
     // copy of the pixel rows, or zeros for null. Rows of a top-down image (negative height) are turned over.
