@@ -9,7 +9,6 @@
 #include "tests/support/modal.h"
 #include "tests/support/pump.h"
 #include "tests/support/rounds.h"
-#include "vgui/assist/assist_msg.h"
 #include "vgui/assist/assist_system.h"
 #include "vgui/assist/media.h"
 
@@ -166,19 +165,6 @@ TEST_F(AssistPlayer, RoundsLeaveNothing)
     ExpectRoundsLeaveNothing([] {
         ASSERT_TRUE(Enter(L"One"));
         ASSERT_TRUE(Enter(L"Two"));
-        Dialog()->EnterFullScreen();
         Dialog()->DestroyWindow();
-    });
-}
-
-TEST_F(AssistPlayer, NoticeRoundsLeaveNothing)
-{
-    ExpectRoundsLeaveNothing([] {
-        for (const int mode : {CAssistMsg::MissingEntry, CAssistMsg::Incomplete}) {
-            CAssistMsg message;
-            message.SetMsg(L"text", mode);
-            const auto answer = AnswerMessageBox(IDOK);
-            ASSERT_EQ(message.DoModal(), IDOK);
-        }
     });
 }
