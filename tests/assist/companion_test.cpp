@@ -294,6 +294,7 @@ TEST_F(Companion, LetsTheServerIdentifyButNotImpersonateItsClient)
 {
     const ImportPatch patch(L"vgui.dll", "CreateFileW", reinterpret_cast<void*>(&RecordingCreateFile));
     ASSERT_TRUE(patch.IsInPlace());
+    s_openedPipe = 0;
     const CompanionServer server({});
     EXPECT_EQ(Call(server), 0u);
     constexpr DWORD security = SECURITY_SQOS_PRESENT | SECURITY_IMPERSONATION | SECURITY_DELEGATION;
