@@ -9,8 +9,8 @@
 
 typedef const VARIANT* LPCVARIANT;
 
-// Initialises OLE for the calling thread; later calls do nothing. The main thread's is ended with the
-// program. FALSE when OLE refuses, as on a thread of a multithreaded apartment.
+// Initialises OLE for the calling thread; later calls do nothing. It ends with the program, or with a thread
+// that CWinThread has begun. FALSE when OLE refuses, as on a thread of a multithreaded apartment.
 AFX_SUBSET_API BOOL AFXAPI AfxOleInit();
 
 // A failed OLE call.
@@ -70,7 +70,8 @@ public:
     const COleVariant& operator=(const VARIANT& varSrc);
     const COleVariant& operator=(const COleVariant& varSrc);
     const COleVariant& operator=(LPCTSTR lpszSrc);
-    // Empties this object and, unless pSrc is given, converts its own former value.
+    // Converts *pSrc, or this object's own value when null, to the type and keeps the result; on failure this
+    // object is unchanged.
     void ChangeType(VARTYPE vartype, LPVARIANT pSrc = nullptr);
     void Clear();
     // Takes the value over; varSrc becomes empty.

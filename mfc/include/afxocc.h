@@ -54,14 +54,15 @@ public:
     virtual HRESULT CreateControl(CWnd* pWndCtrl, REFCLSID clsid, LPCTSTR lpszWindowName, DWORD dwStyle,
                                   const POINT* ppt, const SIZE* psize, UINT nID, CFile* pPersist = nullptr,
                                   BOOL bStorage = FALSE, BSTR bstrLicKey = nullptr);
-    // Closes the control and lets go of it and of its window object. FALSE when there is none.
+    // Ends the control, and this site with it: no pointer to the site is valid afterwards. FALSE, with
+    // nothing done, when there is no control.
     virtual BOOL DestroyControl();
     virtual HRESULT DoVerb(LONG nVerb, LPMSG lpMsg = nullptr);
     virtual int GetDlgCtrlID() const;
     // The interface of the events that the control sends; FALSE when it names none.
     virtual BOOL GetEventIID(IID* piid);
-    void AFX_CDECL InvokeHelper(DISPID dwDispID, WORD wFlags, VARTYPE vtRet, void* pvRet,
-                                const BYTE* pbParamInfo, ...);
+    virtual void AFX_CDECL InvokeHelper(DISPID dwDispID, WORD wFlags, VARTYPE vtRet, void* pvRet,
+                                        const BYTE* pbParamInfo, ...);
     virtual void InvokeHelperV(DISPID dwDispID, WORD wFlags, VARTYPE vtRet, void* pvRet,
                                const BYTE* pbParamInfo, va_list argList);
     virtual void GetProperty(DISPID dwDispID, VARTYPE vtProp, void* pvProp) const;
@@ -74,6 +75,8 @@ public:
     virtual BOOL ShowWindow(int nCmdShow);
     // Sets the control's Caption or Text property.
     virtual void SetWindowText(LPCTSTR lpszString);
+    // The control's Caption or Text property, empty when it has neither.
+    virtual void GetWindowText(CString& str) const;
     virtual BOOL EnableWindow(BOOL bEnable);
     // Offers a key message to the control while it is active; TRUE when it was for it.
     BOOL TranslateAccelerator(MSG* pMsg);
@@ -97,6 +100,7 @@ protected:
     void GetControlInfo();
 
 private:
+    HRESULT ActivateAtFirst();
     HRESULT CreateObject(REFCLSID clsid, BSTR bstrLicKey);
     HRESULT LoadState(CFile* pPersist, BOOL bStorage);
     void ApplyStyle();
@@ -108,12 +112,13 @@ private:
     void AttachWindow();
     void DetachWindow();
     void Deactivate();
-    void ReleaseAll();
+    // Closes the control and lets go of it and of its window object.
+    void Close();
     HRESULT OnEvent(DISPID dispid, const DISPPARAMS& params);
 
     COleDispatchDriver m_dispDriver;
     LPOLECONTROL m_pControl = nullptr;
-    afx_subset::SiteObject* m_pSiteObject = nullptr; // what the control holds
+    afx_subset::SiteObject* const m_pSiteObject; // what the control holds; counted
 
     friend class COleControlContainer;
     friend class afx_subset::SiteObject;

@@ -1,5 +1,6 @@
 #include <afxdhtml.h>
 
+#include "ole_object.h"
 #include "ole_ptr.h"
 
 #include <algorithm>
@@ -62,9 +63,9 @@ bool IsFrom(IUnknown* element, const DHtmlEventMapEntry& entry)
 
 } // namespace
 
-// Receives the events of a document, an element or a control. It is counted; the page may hold it longer than
-// its owner lives.
-class afx_subset::PageSink final : public IDispatch
+// Receives the events of a document, an element or a control. The page may hold it longer than its owner
+// lives.
+class afx_subset::PageSink final : public Counted<IDispatch>
 {
 public:
     // kind: the type of the entries that the events are for, DHTMLEVENTMAPENTRY_NAME for all of a document.
@@ -102,19 +103,7 @@ public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override
     {
         const bool known = iid == IID_IUnknown || iid == IID_IDispatch || iid == m_events;
-        *object = known ? this : nullptr;
-        if (!known)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const LONG left = --m_references;
-        if (left == 0)
-            delete this;
-        return static_cast<ULONG>(left);
+        return Answer(known ? this : nullptr, object);
     }
     STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
@@ -125,13 +114,8 @@ public:
         if (m_owner == nullptr || params == nullptr)
             return E_UNEXPECTED;
         const ComPtr<PageSink> keepAlive(this); // the handler may disconnect
-        HRESULT handled = S_OK;
-        try {
-            handled = m_owner->OnPageEvent(*this, dispid, *params);
-        } catch (CException* e) {
-            handled = COleException::Process(e);
-            e->Delete();
-        }
+        const HRESULT handled =
+            WithoutExceptions([&] { return m_owner->OnPageEvent(*this, dispid, *params); });
         if (handled == S_FALSE && result != nullptr) {
             result->vt = VT_BOOL;
             result->boolVal = VARIANT_FALSE;
@@ -140,9 +124,8 @@ public:
     }
 
 private:
-    ~PageSink() = default;
+    ~PageSink() override = default;
 
-    LONG m_references = 1;
     CDHtmlEventSink* m_owner;
     ComPtr<IUnknown> m_document;
     DHtmlEventMapEntryType m_kind;

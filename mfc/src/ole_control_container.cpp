@@ -2,6 +2,7 @@
 #include <afxocc.h>
 
 #include "ole_ptr.h"
+#include "ole_site_object.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -25,12 +26,18 @@ BOOL COleControlContainer::CreateControl(CWnd* pWndCtrl, REFCLSID clsid, LPCTSTR
     if (!m_pWnd->CreateControlSite(this, &site, nID, clsid) || site == nullptr)
         return FALSE;
     m_sites.emplace_back(site);
-    const HRESULT result = site->CreateControl(pWndCtrl, clsid, lpszWindowName, dwStyle, ppt, psize, nID,
-                                               pPersist, bStorage, bstrLicKey);
+    const ComPtr<SiteObject> alive(site->m_pSiteObject);
+    // The file that the state is read from may throw.
+    const HRESULT result = WithoutExceptions([&] {
+        return site->CreateControl(pWndCtrl, clsid, lpszWindowName, dwStyle, ppt, psize, nID, pPersist,
+                                   bStorage, bstrLicKey);
+    });
     if (SUCCEEDED(result))
         return TRUE;
     TRACE(_T("A control cannot be created: %08x.\n"), static_cast<unsigned>(result));
-    Remove(site);
+    // A site that is gone may have gone with this container.
+    if (alive->HasSite())
+        Remove(site);
     return FALSE;
 }
 

@@ -10,11 +10,16 @@
 
 using namespace afx_subset;
 
-COleControlSite::COleControlSite(COleControlContainer* pCtrlCont) : m_pCtrlCont(pCtrlCont) {}
+COleControlSite::COleControlSite(COleControlContainer* pCtrlCont)
+    : m_pCtrlCont(pCtrlCont), m_pSiteObject(new SiteObject(this))
+{
+}
 
 COleControlSite::~COleControlSite()
 {
-    DestroyControl();
+    Close();
+    m_pSiteObject->Forget();
+    m_pSiteObject->Release();
 }
 
 // --- creation
@@ -26,35 +31,47 @@ HRESULT COleControlSite::CreateControl(CWnd* pWndCtrl, REFCLSID clsid, LPCTSTR l
     m_nID = nID;
     m_dwStyle = dwStyle;
     m_rect = CRect(*ppt, psize != nullptr ? *psize : SIZE{});
+    const ComPtr<SiteObject> alive(m_pSiteObject);
     HRESULT result = CreateObject(clsid, bstrLicKey);
     if (SUCCEEDED(result))
         result = LoadState(pPersist, bStorage);
+    if (!alive->HasSite())
+        return E_UNEXPECTED;
     if (FAILED(result)) {
-        DestroyControl();
+        Close();
         return result;
     }
     m_pWndCtrl = pWndCtrl;
     m_pWndCtrl->m_pCtrlSite = this;
     if (lpszWindowName != nullptr)
         SetWindowText(lpszWindowName);
-    ApplyStyle();
-    if (psize != nullptr)
+    if (alive->HasSite())
+        ApplyStyle();
+    if (alive->HasSite() && psize != nullptr)
         SetExtent();
-    else
+    if (alive->HasSite() && psize == nullptr)
         TakeExtent();
-    ConnectEvents();
+    if (alive->HasSite())
+        ConnectEvents();
+    return alive->HasSite() ? ActivateAtFirst() : E_UNEXPECTED;
+}
+
+HRESULT COleControlSite::ActivateAtFirst()
+{
+    const ComPtr<SiteObject> alive(m_pSiteObject);
     GetControlInfo();
     if ((m_dwMiscStatus & OLEMISC_INVISIBLEATRUNTIME) != 0)
         return S_OK;
-
     // A control that is not to be seen yet is active all the same, so that there is a window to show later.
-    result = DoVerb(OLEIVERB_INPLACEACTIVATE);
+    const HRESULT result = DoVerb(OLEIVERB_INPLACEACTIVATE);
+    if (!alive->HasSite())
+        return E_UNEXPECTED;
     if (FAILED(result)) {
         DetachWindow();
         m_pWndCtrl->m_pCtrlSite = nullptr;
         m_pWndCtrl = nullptr;
-        DestroyControl();
-    } else if ((dwStyle & WS_VISIBLE) == 0) {
+        Close();
+    } else if ((m_dwStyle & WS_VISIBLE) == 0) {
         ShowWindow(SW_HIDE);
     }
     return result;
@@ -62,7 +79,6 @@ HRESULT COleControlSite::CreateControl(CWnd* pWndCtrl, REFCLSID clsid, LPCTSTR l
 
 HRESULT COleControlSite::CreateObject(REFCLSID clsid, BSTR bstrLicKey)
 {
-    m_pSiteObject = new SiteObject(this);
     HRESULT result = E_FAIL;
     if (bstrLicKey == nullptr) {
         result = ::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
@@ -89,31 +105,36 @@ HRESULT COleControlSite::LoadState(CFile* pPersist, BOOL bStorage)
 {
     // Some controls want to ask for ambient properties while they load, others must not know their site yet.
     const bool siteFirst = (m_dwMiscStatus & OLEMISC_SETCLIENTSITEFIRST) != 0;
-    HRESULT result = siteFirst ? m_pObject->SetClientSite(m_pSiteObject->ClientSite()) : S_OK;
+    // Once the control knows its site, it may end it.
+    const ComPtr<IOleObject> object(m_pObject);
+    const ComPtr<IOleClientSite> site(m_pSiteObject->ClientSite());
+    HRESULT result = siteFirst ? object->SetClientSite(site.Get()) : S_OK;
     if (SUCCEEDED(result)) {
         if (pPersist == nullptr)
-            result = InitControlState(m_pObject);
+            result = InitControlState(object.Get());
         else
-            result =
-                bStorage ? LoadControlStorage(m_pObject, *pPersist) : LoadControlStream(m_pObject, *pPersist);
+            result = bStorage ? LoadControlStorage(object.Get(), *pPersist)
+                              : LoadControlStream(object.Get(), *pPersist);
     }
     if (SUCCEEDED(result) && !siteFirst)
-        result = m_pObject->SetClientSite(m_pSiteObject->ClientSite());
+        result = object->SetClientSite(site.Get());
     return result;
 }
 
 void COleControlSite::ApplyStyle()
 {
+    const ComPtr<SiteObject> alive(m_pSiteObject);
     if ((m_dwStyle & WS_DISABLED) != 0)
         SafeSetProperty(DISPID_ENABLED, VT_BOOL, FALSE);
-    if ((m_dwStyle & WS_BORDER) != 0)
+    if (alive->HasSite() && (m_dwStyle & WS_BORDER) != 0)
         SafeSetProperty(DISPID_BORDERSTYLE, VT_I2, 1);
 }
 
 void COleControlSite::SetExtent()
 {
     SIZEL size = HimetricFromPixels(m_rect.Size());
-    m_pObject->SetExtent(DVASPECT_CONTENT, &size);
+    const ComPtr<IOleObject> object(m_pObject);
+    object->SetExtent(DVASPECT_CONTENT, &size);
 }
 
 void COleControlSite::TakeExtent()
@@ -127,8 +148,13 @@ HRESULT COleControlSite::DoVerb(LONG nVerb, LPMSG lpMsg)
 {
     if (m_pObject == nullptr)
         return E_UNEXPECTED;
-    const HRESULT result = m_pObject->DoVerb(nVerb, lpMsg, m_pSiteObject->ClientSite(), 0,
-                                             m_pCtrlCont->m_pWnd->GetSafeHwnd(), m_rect);
+    const ComPtr<SiteObject> alive(m_pSiteObject);
+    const ComPtr<IOleObject> object(m_pObject);
+    const CRect place(m_rect);
+    const HRESULT result =
+        object->DoVerb(nVerb, lpMsg, alive->ClientSite(), 0, m_pCtrlCont->m_pWnd->GetSafeHwnd(), place);
+    if (!alive->HasSite())
+        return E_UNEXPECTED;
     if (SUCCEEDED(result))
         AttachWindow();
     return result;
@@ -161,23 +187,28 @@ void COleControlSite::DetachWindow()
 
 void COleControlSite::MoveWindow(int x, int y, int nWidth, int nHeight)
 {
-    m_rect.SetRect(x, y, x + nWidth, y + nHeight);
+    const CRect place(x, y, x + nWidth, y + nHeight);
+    const ComPtr<SiteObject> alive(m_pSiteObject);
+    m_rect = place;
     if (m_pObject != nullptr)
         SetExtent();
-    if (m_pInPlaceObject != nullptr)
-        m_pInPlaceObject->SetObjectRects(m_rect, m_rect);
+    if (!alive->HasSite() || m_pInPlaceObject == nullptr)
+        return;
+    const ComPtr<IOleInPlaceObject> inPlace(m_pInPlaceObject);
+    inPlace->SetObjectRects(place, place);
 }
 
 BOOL COleControlSite::SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags)
 {
     constexpr UINT samePlace = SWP_NOMOVE | SWP_NOSIZE;
+    const HWND window = m_hWnd; // also when the control ends this site
     if ((nFlags & samePlace) != samePlace) {
         const CPoint origin = (nFlags & SWP_NOMOVE) != 0 ? m_rect.TopLeft() : CPoint(x, y);
         const CSize size = (nFlags & SWP_NOSIZE) != 0 ? m_rect.Size() : CSize(cx, cy);
         MoveWindow(origin.x, origin.y, size.cx, size.cy);
     }
     // The rest is the window's own affair.
-    return ::SetWindowPos(m_hWnd, pWndInsertAfter->GetSafeHwnd(), 0, 0, 0, 0, nFlags | samePlace);
+    return ::SetWindowPos(window, pWndInsertAfter->GetSafeHwnd(), 0, 0, 0, 0, nFlags | samePlace);
 }
 
 BOOL COleControlSite::ShowWindow(int nCmdShow)
@@ -187,14 +218,31 @@ BOOL COleControlSite::ShowWindow(int nCmdShow)
 
 BOOL COleControlSite::EnableWindow(BOOL bEnable)
 {
+    const HWND window = m_hWnd;
     SafeSetProperty(DISPID_ENABLED, VT_BOOL, bEnable);
-    return ::EnableWindow(m_hWnd, bEnable);
+    return ::EnableWindow(window, bEnable);
 }
 
 void COleControlSite::SetWindowText(LPCTSTR lpszString)
 {
-    if (!SafeSetProperty(DISPID_CAPTION, VT_BSTR, lpszString))
+    const ComPtr<SiteObject> alive(m_pSiteObject);
+    if (!SafeSetProperty(DISPID_CAPTION, VT_BSTR, lpszString) && alive->HasSite())
         SafeSetProperty(DISPID_TEXT, VT_BSTR, lpszString);
+}
+
+void COleControlSite::GetWindowText(CString& str) const
+{
+    const ComPtr<SiteObject> alive(m_pSiteObject);
+    str.Empty();
+    for (const DISPID property : {DISPID_CAPTION, DISPID_TEXT}) {
+        try {
+            if (alive->HasSite())
+                GetProperty(property, VT_BSTR, &str);
+            return;
+        } catch (CException* e) {
+            e->Delete();
+        }
+    }
 }
 
 int COleControlSite::GetDlgCtrlID() const
@@ -305,14 +353,13 @@ void COleControlSite::DisconnectEvents()
 HRESULT COleControlSite::OnEvent(DISPID dispid, const DISPPARAMS& params)
 {
     // The control's own object comes first. Its handler may end the control, and this site with it.
-    const ComPtr<IOleClientSite> keepAlive(m_pSiteObject->ClientSite());
-    const SiteObject& siteObject = *m_pSiteObject;
+    const ComPtr<SiteObject> alive(m_pSiteObject);
     if (CCmdTarget* const control = m_pWndCtrl) {
         const HRESULT result =
             DispatchEvent(control, control->GetEventSinkMap(), TRUE, m_nID, dispid, params);
         if (result != S_FALSE)
             return result;
-        if (!siteObject.HasSite())
+        if (!alive->HasSite())
             return S_OK;
     }
     CCmdTarget* const window = m_pCtrlCont->m_pWnd;
@@ -333,24 +380,20 @@ void COleControlSite::Deactivate()
 
 BOOL COleControlSite::DestroyControl()
 {
-    if (m_pSiteObject == nullptr)
+    if (m_pObject == nullptr)
         return FALSE;
+    m_pCtrlCont->Remove(this);
+    return TRUE;
+}
+
+void COleControlSite::Close()
+{
     if (m_pObject != nullptr) {
         DisconnectEvents();
         Deactivate();
         m_pObject->Close(OLECLOSE_NOSAVE);
         m_pObject->SetClientSite(nullptr);
     }
-    ReleaseAll();
-    if (CWnd* const window = std::exchange(m_pWndCtrl, nullptr)) {
-        window->m_pCtrlSite = nullptr;
-        window->PostNcDestroy();
-    }
-    return TRUE;
-}
-
-void COleControlSite::ReleaseAll()
-{
     DetachWindow();
     if (m_pCtrlCont->m_pSiteUIActive == this)
         m_pCtrlCont->m_pSiteUIActive = nullptr;
@@ -359,6 +402,8 @@ void COleControlSite::ReleaseAll()
     ReleaseMember(m_pInPlaceObject);
     ReleaseMember(m_pControl);
     ReleaseMember(m_pObject);
-    m_pSiteObject->Forget();
-    ReleaseMember(m_pSiteObject);
+    if (CWnd* const window = std::exchange(m_pWndCtrl, nullptr)) {
+        window->m_pCtrlSite = nullptr;
+        window->PostNcDestroy();
+    }
 }

@@ -3,30 +3,37 @@
 #include "ole_ptr.h"
 
 #include <limits>
+#include <memory>
 
 using namespace afx_subset;
 
 namespace
 {
 
-// The rest of the file in movable memory, which the caller frees; null when there is nothing or not enough
-// memory. The file's position is left where it was.
-HGLOBAL ReadRest(CFile& file)
+struct MemoryFree {
+    void operator()(HGLOBAL memory) const { ::GlobalFree(memory); }
+};
+using Memory = std::unique_ptr<void, MemoryFree>;
+
+// The rest of the file in movable memory; null when there is nothing or not enough memory. The file's
+// position is left where it was. Throws what the file throws.
+Memory ReadRest(CFile& file)
 {
     const ULONGLONG start = file.GetPosition();
     const ULONGLONG length = file.GetLength() - start;
+    Memory memory;
     if (length == 0 || length > std::numeric_limits<UINT>::max())
-        return nullptr;
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, static_cast<SIZE_T>(length));
-    if (memory == nullptr)
-        return nullptr;
-    const UINT read = file.Read(::GlobalLock(memory), static_cast<UINT>(length));
-    ::GlobalUnlock(memory);
-    file.Seek(static_cast<LONGLONG>(start), CFile::begin);
-    if (read == length)
         return memory;
-    ::GlobalFree(memory);
-    return nullptr;
+    memory.reset(::GlobalAlloc(GMEM_MOVEABLE, static_cast<SIZE_T>(length)));
+    if (memory == nullptr)
+        return memory;
+    // Locked memory is freed as well as other, should the file throw.
+    const UINT read = file.Read(::GlobalLock(memory.get()), static_cast<UINT>(length));
+    ::GlobalUnlock(memory.get());
+    file.Seek(static_cast<LONGLONG>(start), CFile::begin);
+    if (read != length)
+        memory.reset();
+    return memory;
 }
 
 HRESULT NewStorage(IStorage** storage)
@@ -62,15 +69,14 @@ HRESULT afx_subset::LoadControlStream(IUnknown* control, CFile& file)
     ComPtr<IPersistStream> persistStream;
     if (FAILED(streamInit.From(control)) && FAILED(persistStream.From(control)))
         return E_NOINTERFACE;
-    const HGLOBAL memory = ReadRest(file);
+    Memory memory = ReadRest(file);
     if (memory == nullptr)
         return STG_E_READFAULT;
     ComPtr<IStream> stream;
-    HRESULT result = ::CreateStreamOnHGlobal(memory, TRUE, stream.Receive());
-    if (FAILED(result)) {
-        ::GlobalFree(memory);
+    HRESULT result = ::CreateStreamOnHGlobal(memory.get(), TRUE, stream.Receive());
+    if (FAILED(result))
         return result;
-    }
+    memory.release(); // the stream's now
     result = streamInit ? streamInit->Load(stream.Get()) : persistStream->Load(stream.Get());
     ULARGE_INTEGER used{};
     if (SUCCEEDED(result) && SUCCEEDED(stream->Seek({}, STREAM_SEEK_CUR, &used)))
@@ -83,15 +89,14 @@ HRESULT afx_subset::LoadControlStorage(IUnknown* control, CFile& file)
     ComPtr<IPersistStorage> persistStorage;
     if (FAILED(persistStorage.From(control)))
         return E_NOINTERFACE;
-    const HGLOBAL memory = ReadRest(file);
+    Memory memory = ReadRest(file);
     if (memory == nullptr)
         return STG_E_READFAULT;
     ComPtr<ILockBytes> bytes;
-    HRESULT result = ::CreateILockBytesOnHGlobal(memory, TRUE, bytes.Receive());
-    if (FAILED(result)) {
-        ::GlobalFree(memory);
+    HRESULT result = ::CreateILockBytesOnHGlobal(memory.get(), TRUE, bytes.Receive());
+    if (FAILED(result))
         return result;
-    }
+    memory.release(); // the byte array's now
     ComPtr<IStorage> storage;
     result = ::StgOpenStorageOnILockBytes(bytes.Get(), nullptr, STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
                                           nullptr, 0, storage.Receive());

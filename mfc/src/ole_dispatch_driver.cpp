@@ -96,14 +96,21 @@ private:
             value = *va_arg(list, VARIANT*); // stays the caller's
             break;
         case VT_BOOL | VT_BYREF:
-            m_bools[index].caller = va_arg(list, BOOL*);
-            m_bools[index].value = *m_bools[index].caller ? VARIANT_TRUE : VARIANT_FALSE;
-            value.pboolVal = &m_bools[index].value;
+            value.pboolVal = PlaceFor(va_arg(list, BOOL*), m_bools[index]);
             break;
         default: // objects and references
             value.byref = va_arg(list, void*);
             break;
         }
+    }
+
+    // Null for null, which the call gets as it is.
+    static VARIANT_BOOL* PlaceFor(BOOL* caller, Bool& place)
+    {
+        if (caller == nullptr)
+            return nullptr;
+        place = {caller, *caller ? VARIANT_TRUE : VARIANT_FALSE};
+        return &place.value;
     }
 
     std::vector<VARIANTARG> m_values;
@@ -130,7 +137,9 @@ struct ExceptionInfo : EXCEPINFO {
         AfxThrowOleException(result);
     if (info.pfnDeferredFillIn != nullptr)
         info.pfnDeferredFillIn(&info);
-    auto* const e = new COleDispatchException(info.bstrDescription, info.dwHelpContext, info.wCode);
+    // An object gives one of the two codes.
+    const auto code = static_cast<WORD>(info.wCode != 0 ? info.wCode : HRESULT_CODE(info.scode));
+    auto* const e = new COleDispatchException(info.bstrDescription, info.dwHelpContext, code);
     e->m_strSource = info.bstrSource;
     e->m_strHelpFile = info.bstrHelpFile;
     throw e;
@@ -269,8 +278,10 @@ void COleDispatchDriver::InvokeHelperV(DISPID dwDispID, WORD wFlags, VARTYPE vtR
     COleVariant returned;
     ExceptionInfo info;
     UINT wrong = 0;
-    HRESULT result = m_lpDispatch->Invoke(dwDispID, IID_NULL, LOCALE_USER_DEFAULT, wFlags, &params,
-                                          vtRet != VT_EMPTY ? &returned : nullptr, &info, &wrong);
+    // The call may end this driver's owner, and this driver with it.
+    const ComPtr<IDispatch> dispatch(m_lpDispatch);
+    HRESULT result = dispatch->Invoke(dwDispID, IID_NULL, LOCALE_USER_DEFAULT, wFlags, &params,
+                                      vtRet != VT_EMPTY ? &returned : nullptr, &info, &wrong);
     if (SUCCEEDED(result))
         arguments.WriteBack();
     if (SUCCEEDED(result) && vtRet != VT_EMPTY && vtRet != VT_VARIANT)

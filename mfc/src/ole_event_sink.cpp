@@ -18,6 +18,14 @@ const AFX_EVENTSINKMAP* CCmdTarget::GetEventSinkMap() const
 namespace
 {
 
+// Whether a handler's pointer to the listed type is one to the given type too: where there is no list, the
+// first type that fits the C++ type stands for both.
+constexpr bool IsSamePlace(VARTYPE listed, VARTYPE given)
+{
+    return given == listed || (listed == VT_I2 && given == VT_BOOL) ||
+           (listed == VT_I4 && given == VT_ERROR) || (listed == VT_R8 && given == VT_DATE);
+}
+
 HRESULT Convert(VARIANT& given, unsigned char listed, VARIANT& value)
 {
     const auto type = static_cast<VARTYPE>(listed & ~afxevent::kByRef);
@@ -27,7 +35,7 @@ HRESULT Convert(VARIANT& given, unsigned char listed, VARIANT& value)
         return ::VariantChangeType(&value, &given, 0, type);
     }
     // References go to the control's own places; a VARIANT by reference may be the parameter itself.
-    if (given.vt == (VT_BYREF | type)) {
+    if ((given.vt & VT_BYREF) != 0 && IsSamePlace(type, static_cast<VARTYPE>(given.vt & ~VT_BYREF))) {
         value.byref = given.byref;
     } else if (type == VT_VARIANT) {
         value.pvarVal = &given;

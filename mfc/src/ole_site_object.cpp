@@ -8,7 +8,7 @@ namespace
 constexpr int kHimetricPerInch = 2540;
 
 // The top-level window as a control sees it: a frame without room for tool bars and without a menu to share.
-class FrameObject final : public IOleInPlaceFrame
+class FrameObject final : public Counted<IOleInPlaceFrame>
 {
 public:
     explicit FrameObject(HWND window) : m_window(window) {}
@@ -17,19 +17,7 @@ public:
     {
         const bool known = iid == IID_IUnknown || iid == IID_IOleWindow || iid == IID_IOleInPlaceUIWindow ||
                            iid == IID_IOleInPlaceFrame;
-        *object = known ? static_cast<IOleInPlaceFrame*>(this) : nullptr;
-        if (!known)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++m_references); }
-    STDMETHODIMP_(ULONG) Release() override
-    {
-        const LONG left = --m_references;
-        if (left == 0)
-            delete this;
-        return static_cast<ULONG>(left);
+        return Answer(known ? this : nullptr, object);
     }
     STDMETHODIMP GetWindow(HWND* window) override
     {
@@ -52,9 +40,8 @@ public:
     STDMETHODIMP TranslateAccelerator(MSG*, WORD) override { return S_FALSE; }
 
 private:
-    ~FrameObject() = default;
+    ~FrameObject() override = default;
 
-    LONG m_references = 1;
     HWND m_window;
 };
 
@@ -83,32 +70,14 @@ SIZE afx_subset::PixelsFromHimetric(SIZEL himetric)
 STDMETHODIMP SiteObject::QueryInterface(REFIID iid, void** object)
 {
     if (iid == IID_IUnknown || iid == IID_IOleClientSite)
-        *object = static_cast<IOleClientSite*>(this);
-    else if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite)
-        *object = static_cast<IOleInPlaceSite*>(this);
-    else if (iid == IID_IOleControlSite)
-        *object = static_cast<IOleControlSite*>(this);
-    else if (iid == IID_IDispatch)
-        *object = static_cast<IDispatch*>(this);
-    else
-        *object = nullptr;
-    if (*object == nullptr)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP_(ULONG) SiteObject::AddRef()
-{
-    return static_cast<ULONG>(++m_references);
-}
-
-STDMETHODIMP_(ULONG) SiteObject::Release()
-{
-    const LONG left = --m_references;
-    if (left == 0)
-        delete this;
-    return static_cast<ULONG>(left);
+        return Answer(static_cast<IOleClientSite*>(this), object);
+    if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite)
+        return Answer(static_cast<IOleInPlaceSite*>(this), object);
+    if (iid == IID_IOleControlSite)
+        return Answer(static_cast<IOleControlSite*>(this), object);
+    if (iid == IID_IDispatch)
+        return Answer(static_cast<IDispatch*>(this), object);
+    return Answer(nullptr, object);
 }
 
 // --- IOleClientSite
@@ -271,8 +240,10 @@ STDMETHODIMP SiteObject::Invoke(DISPID dispid, REFIID, LCID, WORD flags, DISPPAR
     if (result == nullptr)
         return E_POINTER;
     ::VariantInit(result);
-    return m_site->m_pCtrlCont->m_pWnd->OnAmbientProperty(m_site, dispid, result) ? S_OK
-                                                                                  : DISP_E_MEMBERNOTFOUND;
+    return WithoutExceptions([&] {
+        const BOOL known = m_site->m_pCtrlCont->m_pWnd->OnAmbientProperty(m_site, dispid, result);
+        return known ? S_OK : DISP_E_MEMBERNOTFOUND;
+    });
 }
 
 STDMETHODIMP SiteObject::EventSink::QueryInterface(REFIID iid, void** object)
@@ -280,11 +251,7 @@ STDMETHODIMP SiteObject::EventSink::QueryInterface(REFIID iid, void** object)
     // Controls ask for the events' own interface, whose methods come in by Invoke.
     const bool known = iid == IID_IUnknown || iid == IID_IDispatch ||
                        (m_owner.m_site != nullptr && iid == m_owner.m_site->m_iidEvents);
-    *object = known ? static_cast<IDispatch*>(this) : nullptr;
-    if (!known)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
+    return Answer(known ? this : nullptr, object);
 }
 
 STDMETHODIMP SiteObject::EventSink::Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
@@ -292,11 +259,5 @@ STDMETHODIMP SiteObject::EventSink::Invoke(DISPID dispid, REFIID, LCID, WORD, DI
 {
     if (m_owner.m_site == nullptr || params == nullptr)
         return E_UNEXPECTED;
-    try {
-        return m_owner.m_site->OnEvent(dispid, *params);
-    } catch (CException* e) {
-        const HRESULT result = COleException::Process(e);
-        e->Delete();
-        return result;
-    }
+    return WithoutExceptions([&] { return m_owner.m_site->OnEvent(dispid, *params); });
 }

@@ -1,22 +1,20 @@
 // The COM faces of a control's site.
 #pragma once
 
+#include "ole_object.h"
+
 #include <afxocc.h>
 
 namespace afx_subset
 {
 
-// What a control is given as its site. It is counted, so that a control may hold it longer than its site
-// lives; it then answers E_UNEXPECTED.
-class SiteObject final : public IOleClientSite,
-                         public IOleInPlaceSite,
-                         public IOleControlSite,
-                         public IDispatch
+// What a control is given as its site, which a control may hold longer than its site lives; it then answers
+// E_UNEXPECTED. Whoever calls into a control holds it too, to see whether the site has outlived the call: the
+// control may run code of the host, which may end the control.
+class SiteObject final : public Counted<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch>
 {
 public:
     explicit SiteObject(COleControlSite* site) : m_site(site), m_events(*this) {}
-    SiteObject(const SiteObject&) = delete;
-    SiteObject& operator=(const SiteObject&) = delete;
 
     // The site is gone.
     void Forget() { m_site = nullptr; }
@@ -26,8 +24,6 @@ public:
     IOleClientSite* ClientSite() { return this; }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-    STDMETHODIMP_(ULONG) AddRef() override;
-    STDMETHODIMP_(ULONG) Release() override;
 
     // IOleClientSite
     STDMETHODIMP SaveObject() override { return E_NOTIMPL; }
@@ -69,7 +65,7 @@ public:
                         EXCEPINFO*, UINT*) override;
 
 private:
-    ~SiteObject() = default;
+    ~SiteObject() override = default;
 
     // The events' own IDispatch; it shares the count.
     class EventSink : public IDispatch
@@ -95,7 +91,6 @@ private:
         SiteObject& m_owner;
     };
 
-    LONG m_references = 1;
     COleControlSite* m_site;
     EventSink m_events;
 

@@ -5,6 +5,7 @@
 
 #include "dispatch.h"
 #include "module_maps.h"
+#include "ole_init.h"
 
 IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
 
@@ -109,6 +110,7 @@ void AFXAPI AfxEndThread(UINT nExitCode, BOOL bDelete)
     if (thread != nullptr && bDelete)
         thread->Delete();
     state->m_pCurrentWinThread = nullptr;
+    afx_subset::OleTerm();
     afx_subset::ReleaseThreadData();
     ::_endthreadex(nExitCode);
 }

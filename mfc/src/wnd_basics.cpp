@@ -230,11 +230,22 @@ void CWnd::SetWindowText(LPCTSTR lpszString)
 
 int CWnd::GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const
 {
-    return ::GetWindowText(m_hWnd, lpszStringBuf, nMaxCount);
+    if (m_pCtrlSite == nullptr)
+        return ::GetWindowText(m_hWnd, lpszStringBuf, nMaxCount);
+    if (lpszStringBuf == nullptr || nMaxCount <= 0)
+        return 0;
+    CString text;
+    m_pCtrlSite->GetWindowText(text);
+    ::lstrcpyn(lpszStringBuf, text, nMaxCount);
+    return ::lstrlen(lpszStringBuf);
 }
 
 void CWnd::GetWindowText(CString& rString) const
 {
+    if (m_pCtrlSite != nullptr) {
+        m_pCtrlSite->GetWindowText(rString);
+        return;
+    }
     const int length = ::GetWindowTextLength(m_hWnd);
     ::GetWindowText(m_hWnd, rString.GetBufferSetLength(length), length + 1);
     rString.ReleaseBuffer();
@@ -242,7 +253,11 @@ void CWnd::GetWindowText(CString& rString) const
 
 int CWnd::GetWindowTextLength() const
 {
-    return ::GetWindowTextLength(m_hWnd);
+    if (m_pCtrlSite == nullptr)
+        return ::GetWindowTextLength(m_hWnd);
+    CString text;
+    m_pCtrlSite->GetWindowText(text);
+    return text.GetLength();
 }
 
 void CWnd::SetFont(CFont* pFont, BOOL bRedraw)

@@ -234,6 +234,17 @@ TEST_F(SketchControl, FailuresAreThrown)
     }
 }
 
+TEST_F(SketchControl, ACallMayEndTheControl)
+{
+    registered.answer = [&](const ControlCall&, VARIANT* result, EXCEPINFO*) {
+        sketch.DestroyWindow();
+        EXPECT_EQ(registered.controls, 1); // until it has answered
+        return ::VariantCopy(result, COleVariant(8L));
+    };
+    EXPECT_EQ(sketch.GetEntityCount(), 8);
+    EXPECT_EQ(registered.controls, 0);
+}
+
 TEST_F(SketchControl, WithoutAControlNothingHappens)
 {
     CVOSlide4 none;
@@ -266,6 +277,22 @@ TEST_F(SketchControl, IsMadeByNameAndWithItsState)
     file.SeekToBegin();
     ASSERT_TRUE(control->Create(nullptr, WS_VISIBLE, kPlace, &host, kId, &file, FALSE));
     EXPECT_EQ(registered.loaded, "state");
+    control->DestroyWindow();
+
+    // A file that throws when it is read.
+    WCHAR folder[MAX_PATH];
+    WCHAR path[MAX_PATH];
+    ::GetTempPath(MAX_PATH, folder);
+    ::GetTempFileName(folder, L"vgs", 0, path);
+    {
+        CFile unreadable(path, CFile::modeCreate | CFile::modeWrite);
+        unreadable.Write("state", 5);
+        unreadable.SeekToBegin();
+        EXPECT_FALSE(control->Create(nullptr, WS_VISIBLE, kPlace, &host, kId, &unreadable));
+    }
+    ::DeleteFile(path);
+    EXPECT_EQ(host.GetOleControlSite(kId), nullptr);
+    EXPECT_EQ(registered.controls, 0);
 }
 
 TEST_F(SketchControl, RoundsLeaveNothing)

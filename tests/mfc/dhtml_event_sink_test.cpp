@@ -10,7 +10,8 @@ namespace
 {
 
 constexpr IID kControlEvents = {0x2C1C7E5A, 0x4B0D, 0x4E6F, {0x9A, 0x31, 0x5D, 0x6E, 0x70, 0x12, 0x8B, 0x44}};
-constexpr DISPID kPlayed = 3; // of the control
+constexpr DISPID kPlayed = 3; // of the control, as is the next
+constexpr DISPID kClosing = 4;
 constexpr DISPID kBlur = static_cast<DISPID>(DISPID_EVMETH_ONBLUR);
 
 class Sink : public CDHtmlEventSink
@@ -29,6 +30,12 @@ public:
         EXPECT_EQ(frames, 25);
         EXPECT_STREQ(film, L"影片");
         EXPECT_TRUE(whole);
+    }
+
+    void OnClosing(VARIANT_BOOL* cancel, double* when, const CY& price)
+    {
+        *cancel = VARIANT_TRUE;
+        *when += static_cast<double>(price.int64);
     }
 
     std::vector<std::string> log;
@@ -57,7 +64,16 @@ DHTML_EVENT_ONFOCUS(L"field", OnField)
 DHTML_EVENT_ONCHANGE(L"not on the page", OnField)
 DHTML_EVENT_ONKEYDOWN(nullptr, OnAnyKey)
 DHTML_EVENT_AXCONTROL(kPlayed, L"player", OnPlayed)
+DHTML_EVENT_AXCONTROL(kClosing, L"player", OnClosing)
 END_DHTML_EVENT_MAP()
+
+COleVariant Reference(VARTYPE type, void* place)
+{
+    COleVariant reference;
+    reference.vt = static_cast<VARTYPE>(type | VT_BYREF);
+    reference.byref = place;
+    return reference;
+}
 
 class DhtmlEventSink : public testing::Test
 {
@@ -124,6 +140,17 @@ TEST_F(DhtmlEventSink, EventsReachTheirHandlers)
               S_OK);
     EXPECT_EQ(sink.log, std::vector<std::string>{"played"});
     EXPECT_EQ(player.FireWith(kPlayed, {}), DISP_E_BADPARAMCOUNT);
+
+    VARIANT_BOOL cancelled = VARIANT_FALSE;
+    DATE closing = 2;
+    COleVariant price;
+    price.vt = VT_CY;
+    price.cyVal.int64 = 5;
+    EXPECT_EQ(
+        player.FireWith(kClosing, {Reference(VT_BOOL, &cancelled), Reference(VT_DATE, &closing), price}),
+        S_OK);
+    EXPECT_EQ(cancelled, VARIANT_TRUE);
+    EXPECT_EQ(closing, 7);
     sink.DisconnectDHtmlEvents(page.Dispatch());
     ExpectNothingHeld();
 }

@@ -87,6 +87,14 @@ TEST_F(DispatchCall, ReferencesAreWrittenTo)
     EXPECT_EQ(flag, FALSE);
     EXPECT_EQ(small[0], -5);
     EXPECT_EQ(small[1], 9);
+
+    // No place for a flag is none.
+    object.answer = [](const ControlCall& call, VARIANT*, EXCEPINFO*) {
+        EXPECT_EQ(call.arguments[0].pboolVal, nullptr);
+        return S_OK;
+    };
+    driver.InvokeHelper(kMember, DISPATCH_METHOD, VT_EMPTY, nullptr, reinterpret_cast<const BYTE*>(VTS_PBOOL),
+                        nullptr);
 }
 
 TEST_F(DispatchCall, ResultsAreConverted)
@@ -139,6 +147,8 @@ TEST_F(DispatchCall, FailuresBecomeExceptions)
     object.answer = [](const ControlCall& call, VARIANT*, EXCEPINFO* exception) -> HRESULT {
         if (call.arguments.empty())
             return DISP_E_MEMBERNOTFOUND;
+        if (call.arguments[0].vt == VT_I4)
+            return exception->scode = MAKE_SCODE(SEVERITY_ERROR, FACILITY_ITF, kCode), DISP_E_EXCEPTION;
         exception->wCode = kCode;
         exception->bstrSource = ::SysAllocString(L"source");
         exception->bstrHelpFile = ::SysAllocString(L"help.hlp");
@@ -171,6 +181,14 @@ TEST_F(DispatchCall, FailuresBecomeExceptions)
         e->Delete();
     }
     EXPECT_EQ(result, 3);
+    try {
+        driver.InvokeHelper(kMember, DISPATCH_METHOD, VT_EMPTY, nullptr,
+                            reinterpret_cast<const BYTE*>(VTS_I4), 1L);
+        FAIL();
+    } catch (COleDispatchException* e) {
+        EXPECT_EQ(e->m_wCode, kCode); // of the status code
+        e->Delete();
+    }
 }
 
 TEST_F(DispatchCall, PropertiesAreSetAndRead)

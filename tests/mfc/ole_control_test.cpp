@@ -59,6 +59,8 @@ public:
     }
     BOOL OnAmbientProperty(COleControlSite* site, DISPID dispid, VARIANT* value) override
     {
+        if (dispid == DISPID_AMBIENT_SCALEUNITS)
+            AfxThrowNotSupportedException();
         if (dispid != DISPID_AMBIENT_UIDEAD)
             return HostWnd::OnAmbientProperty(site, dispid, value);
         *value = COleVariant(static_cast<long>(site->GetDlgCtrlID())).Detach();
@@ -126,6 +128,13 @@ TEST_F(OleControl, IsActiveInPlaceUnderItsObject)
     EXPECT_EQ(control.GetParent(), &host);
     EXPECT_NE(control.GetStyle() & WS_TABSTOP, 0u);
     EXPECT_STREQ(registered.properties.at(DISPID_CAPTION).bstrVal, L"标题");
+    CString text;
+    WCHAR cut[2];
+    control.GetWindowText(text);
+    EXPECT_STREQ(text, L"标题");
+    EXPECT_EQ(control.GetWindowText(cut, 2), 1);
+    EXPECT_STREQ(cut, L"标");
+    EXPECT_EQ(control.GetWindowTextLength(), 2);
     EXPECT_NE(control.GetControlUnknown(), nullptr);
     ASSERT_NE(host.GetOleControlSite(kId), nullptr);
     EXPECT_EQ(host.GetOleControlSite(kId)->m_pWndCtrl, &control);
@@ -190,6 +199,40 @@ TEST_F(OleControl, GoesWithItsWindowOrItsObject)
     long result = 4;
     control.InvokeHelper(1, DISPATCH_METHOD, VT_I4, &result, nullptr);
     EXPECT_EQ(result, 4);
+}
+
+TEST_F(OleControl, ADestroyedSiteIsGone)
+{
+    ASSERT_TRUE(control.Create(host));
+    EXPECT_TRUE(host.GetOleControlSite(kId)->DestroyControl());
+    EXPECT_EQ(host.GetOleControlSite(kId), nullptr);
+    EXPECT_EQ(control.gone, 1);
+    ASSERT_TRUE(control.Create(host));
+    ASSERT_NE(host.GetOleControlSite(kId), nullptr);
+    EXPECT_EQ(host.GetOleControlSite(kId)->m_pWndCtrl, &control);
+}
+
+TEST_F(OleControl, IsEndedWhileItWorks)
+{
+    CWnd* ended = &control;
+    registered.during = [&](const std::string& method) {
+        if (method == "InPlaceActivate")
+            ended->DestroyWindow();
+    };
+    EXPECT_FALSE(control.Create(host));
+    EXPECT_EQ(registered.controls, 0);
+
+    registered.during = nullptr;
+    ASSERT_TRUE(control.Create(host));
+    registered.during = [&](const std::string&) { control.DestroyWindow(); };
+    control.MoveWindow(0, 0, 5, 5);
+    EXPECT_EQ(registered.controls, 0);
+    EXPECT_NE(registered.place, CRect(0, 0, 5, 5));
+
+    ended = &host;
+    registered.during = [&](const std::string&) { ended->DestroyWindow(); };
+    EXPECT_FALSE(control.Create(host));
+    EXPECT_EQ(host.m_hWnd, nullptr);
 }
 
 TEST_F(OleControl, RefusalsLeaveNothing)
@@ -338,6 +381,7 @@ TEST_F(OleControl, TellsTheSurroundings)
     CString name;
     font.GetProperty(DISPID_FONT_NAME, VT_BSTR, &name);
     EXPECT_FALSE(name.IsEmpty());
+    EXPECT_EQ(registered.Ambient(DISPID_AMBIENT_SCALEUNITS, value), E_NOTIMPL); // what it throws
     EXPECT_EQ(registered.Ambient(-1, value), DISP_E_MEMBERNOTFOUND);
 }
 

@@ -105,7 +105,7 @@ struct ActiveXControlClass::Object final : IOleObject,
     STDMETHODIMP IsUpToDate() override { return S_OK; }
     STDMETHODIMP GetUserClassID(CLSID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetUserType(DWORD, LPOLESTR*) override { return E_NOTIMPL; }
-    STDMETHODIMP SetExtent(DWORD, SIZEL*) override { return S_OK; }
+    STDMETHODIMP SetExtent(DWORD, SIZEL*) override { return m_owner.Tell("SetExtent"), S_OK; }
     STDMETHODIMP GetExtent(DWORD, SIZEL* extent) override { return *extent = kExtent, S_OK; }
     STDMETHODIMP Advise(IAdviseSink*, DWORD*) override { return E_NOTIMPL; }
     STDMETHODIMP EnumAdvise(IEnumSTATDATA**) override { return E_NOTIMPL; }
@@ -308,6 +308,7 @@ private:
             kWindowClass, L"", WS_CHILD | WS_VISIBLE, place->left, place->top, place->right - place->left,
             place->bottom - place->top, parent, nullptr, nullptr, this);
         m_owner.log.emplace_back("InPlaceActivate");
+        m_owner.Tell("InPlaceActivate");
         return S_OK;
     }
 
@@ -444,6 +445,12 @@ HRESULT ActiveXControlClass::Ambient(DISPID property, VARIANT& value) const
                                            &none, &value, nullptr, nullptr);
     ambient->Release();
     return result;
+}
+
+void ActiveXControlClass::Tell(const std::string& method) const
+{
+    if (during)
+        during(method);
 }
 
 int ActiveXControlClass::Logged(const std::string& entry) const

@@ -58,6 +58,10 @@ public:
     HRESULT Ambient(DISPID property, VARIANT& value) const;
 
     [[nodiscard]] int Logged(const std::string& entry) const;
+
+    // Called by the newest control in its methods, which are named: "SetExtent", "InPlaceActivate".
+    std::function<void(const std::string& method)> during;
+
     // Has the next controls refuse to be activated in place, or to be initialised.
     bool refuseActivation = false;
     bool refuseState = false;
@@ -65,6 +69,8 @@ public:
     struct Object;
 
 private:
+    void Tell(const std::string& method) const;
+
     struct Factory;
     std::unique_ptr<Factory> m_factory;
     DWORD m_cookie = 0;
