@@ -167,10 +167,9 @@ public:
         BITMAPINFO info{};
         info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.cx, size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         void* bits = nullptr;
-        const HBITMAP bitmap = ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        if (bitmap == nullptr || !m_memory.CreateCompatibleDC(nullptr))
+        if (!m_bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0)) ||
+            !m_memory.CreateCompatibleDC(nullptr))
             return false;
-        m_bitmap.Attach(bitmap);
         m_memory.SelectObject(&m_bitmap);
         if (!m_gl.Create(&m_memory, PFD_TYPE_RGBA, PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL | PFD_SUPPORT_GDI))
             return false;

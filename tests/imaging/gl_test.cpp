@@ -190,7 +190,9 @@ TEST_F(GlContext, APaletteIsSelectedAndPutBack)
         TwoColors gl;
         gl.m_bUseDC = item.callersDC;
         gl.m_pDC = item.callersDC ? &own : new CClientDC(&window);
-        EXPECT_EQ(gl.CreatePalette(*item.pfd), !item.entry3.empty());
+        // Once more replaces the palette, not what the first one displaced.
+        for (int time = 0; time < 2; ++time)
+            EXPECT_EQ(gl.CreatePalette(*item.pfd), !item.entry3.empty());
         CPalette* const palette = gl.GetPalette();
         ASSERT_EQ(palette != nullptr, !item.entry3.empty());
         if (palette != nullptr) {
@@ -308,6 +310,12 @@ TEST_F(GlContext, RefusesWhatCannotBeDrawnOn)
     EXPECT_FALSE(gl.Create(static_cast<CDC*>(nullptr), PFD_TYPE_RGBA, kBitmapFlags));
     EXPECT_FALSE(gl.Create(&noContext, PFD_TYPE_RGBA, kBitmapFlags));
     EXPECT_EQ(gl.m_pDC, nullptr);
+    // A metafile has no pixel formats; the object does not keep what cannot be drawn on.
+    CDC metafile;
+    ASSERT_TRUE(metafile.Attach(::CreateEnhMetaFile(nullptr, nullptr, nullptr, nullptr)));
+    EXPECT_FALSE(gl.Create(&metafile, PFD_TYPE_RGBA, kBitmapFlags));
+    EXPECT_EQ(gl.m_pDC, nullptr);
+    ::DeleteEnhMetaFile(::CloseEnhMetaFile(metafile.Detach()));
 
     // Created again, the object lets go of what it had, and may change sides.
     HostWnd host;

@@ -12,7 +12,6 @@ namespace
 constexpr BYTE kWindowColorBits = 24;
 constexpr BYTE kDepthBits = 32;
 constexpr int kPaletteFormatBits = 8;
-constexpr size_t kPaletteEntries = 1 << kPaletteFormatBits;
 // There is one error flag per part of a distributed OpenGL. The bound also ends the loop where there is no
 // context, which some systems answer with an error each time.
 constexpr int kMaxErrorFlags = 8;
@@ -68,7 +67,13 @@ int CGL::Create(CWnd* pWnd, int pixelType, DWORD flags)
         return FALSE;
     m_bUseDC = FALSE;
     m_bDoubleBuffer = static_cast<BOOL>(flags & PFD_DOUBLEBUFFER);
-    return CreateOn(pWnd, new CClientDC(pWnd), kWindowColorBits, pixelType, flags);
+    try {
+        m_pDC = new CClientDC(pWnd);
+    } catch (CResourceException* e) {
+        e->Delete();
+        return FALSE;
+    }
+    return CreateOn(pWnd, kWindowColorBits, pixelType, flags);
 }
 
 int CGL::Create(CDC* pDC, int pixelType, DWORD flags)
@@ -78,12 +83,12 @@ int CGL::Create(CDC* pDC, int pixelType, DWORD flags)
         return FALSE;
     m_bUseDC = TRUE;
     m_bDoubleBuffer = FALSE;
-    return CreateOn(pDC->GetWindow(), pDC, BitsOfSelectedBitmap(*pDC), pixelType, flags);
+    m_pDC = pDC;
+    return CreateOn(pDC->GetWindow(), BitsOfSelectedBitmap(*pDC), pixelType, flags);
 }
 
-int CGL::CreateOn(CWnd* pWnd, CDC* pDC, BYTE colorBits, int pixelType, DWORD flags)
+int CGL::CreateOn(CWnd* pWnd, BYTE colorBits, int pixelType, DWORD flags)
 {
-    m_pDC = pDC;
     PIXELFORMATDESCRIPTOR pfd{};
     pfd.nSize = sizeof(pfd);
     pfd.nVersion = 1;
@@ -95,33 +100,36 @@ int CGL::CreateOn(CWnd* pWnd, CDC* pDC, BYTE colorBits, int pixelType, DWORD fla
     OnCreate(pWnd, &pfd);
 
     const int format = ::ChoosePixelFormat(m_pDC->m_hDC, &pfd);
-    if (format == 0 || !::SetPixelFormat(m_pDC->m_hDC, format, &pfd))
-        return FALSE;
-    // What was chosen, not what was asked for.
-    ::DescribePixelFormat(m_pDC->m_hDC, ::GetPixelFormat(m_pDC->m_hDC), sizeof(pfd), &pfd);
-    CreatePalette(pfd);
-    m_hRC = ::wglCreateContext(m_pDC->m_hDC);
-    return m_hRC != nullptr;
+    if (format != 0 && ::SetPixelFormat(m_pDC->m_hDC, format, &pfd)) {
+        // What was chosen, not what was asked for.
+        ::DescribePixelFormat(m_pDC->m_hDC, ::GetPixelFormat(m_pDC->m_hDC), sizeof(pfd), &pfd);
+        CreatePalette(pfd);
+        m_hRC = ::wglCreateContext(m_pDC->m_hDC);
+    }
+    if (m_hRC != nullptr)
+        return TRUE;
+    Destroy();
+    return FALSE;
 }
 
 // --- the palette
 
 BOOL CGL::CreatePalette(const PIXELFORMATDESCRIPTOR& pfd)
 {
-    static_assert(kPaletteEntries == kPaletteSize);
     const bool colorIndex = pfd.iPixelType == PFD_TYPE_COLORINDEX;
     const bool needed = (pfd.dwFlags & PFD_NEED_PALETTE) != 0 || colorIndex ||
                         (m_bUseDC && pfd.cColorBits == kPaletteFormatBits);
     if (!needed)
         return FALSE;
 
-    VLogPalette palette(kPaletteEntries);
+    VLogPalette palette(kPaletteSize);
     if (colorIndex)
         OnCreatePaletteCI(palette.Get());
     else if (!FillRgbPalette(pfd, palette.Entries()))
         return FALSE;
 
-    delete std::exchange(m_pPal, new CPalette);
+    ReleasePalette();
+    m_pPal = new CPalette;
     m_pPal->CreatePalette(palette.Get());
     if (!m_bUseDC) {
         m_pOldPal = m_pDC->SelectPalette(m_pPal, FALSE);
@@ -161,6 +169,16 @@ BYTE CGL::ComponentFromIndex(int i, UINT nbits, UINT shift)
     default:
         return 0;
     }
+}
+
+void CGL::ReleasePalette()
+{
+    if (m_pOldPal != nullptr) {
+        ::SelectPalette(m_pDC->m_hDC, m_hOldPal, FALSE);
+        m_pOldPal = nullptr;
+        m_hOldPal = nullptr;
+    }
+    delete std::exchange(m_pPal, nullptr);
 }
 
 CPalette* CGL::GetPalette()
@@ -216,13 +234,7 @@ void CGL::OutputGlError(const char*)
 
 void CGL::Destroy()
 {
-    if (m_pOldPal != nullptr) {
-        ::SelectPalette(m_pDC->m_hDC, m_hOldPal, FALSE);
-        m_pOldPal = nullptr;
-        m_hOldPal = nullptr;
-    }
-    delete std::exchange(m_pPal, nullptr);
-
+    ReleasePalette();
     if (m_hRC != nullptr) {
         if (::wglGetCurrentContext() == m_hRC)
             ::wglMakeCurrent(nullptr, nullptr);

@@ -40,7 +40,7 @@ public:
     // pixelType: PFD_TYPE_RGBA or PFD_TYPE_COLORINDEX; flags: PFD_ constants, for example
     // PFD_DRAW_TO_WINDOW | PFD_SUPPORT_OPENGL | PFD_DOUBLEBUFFER. A context that this object has already is
     // destroyed before. FALSE for a null or missing window, when no pixel format can be chosen or set (a
-    // window keeps its first one), and when there is no context to be had.
+    // window keeps its first one), and when there is no context to be had. A failed Create leaves nothing.
     int Create(CWnd* pWnd, int pixelType, DWORD flags);
     // The same on a device context of the caller, who keeps it and, for a memory context, keeps its bitmap
     // selected until Destroy. A bitmap needs PFD_DRAW_TO_BITMAP | PFD_SUPPORT_OPENGL. Neither double
@@ -83,8 +83,8 @@ protected:
     static BOOL FillRgbPalette(const PIXELFORMATDESCRIPTOR& pfd, PALETTEENTRY* entries);
     // Makes the palette that a pixel format needs. Unless the device context is the caller's, it is selected
     // there as a foreground palette and realised, until Destroy puts back what it displaced. Create calls
-    // this once, for the format it has set. FALSE, with nothing done, when the format needs no palette or is
-    // too deep for one.
+    // this once, for the format it has set; another call replaces the palette. FALSE, with nothing done, when
+    // the format needs no palette or is too deep for one.
     BOOL CreatePalette(const PIXELFORMATDESCRIPTOR& pfd);
 
     HGLRC m_hRC = nullptr;         // owned; null before Create and after Destroy
@@ -95,7 +95,8 @@ protected:
     BOOL m_bUseDC = FALSE;         // the device context is the caller's
 
 private:
-    int CreateOn(CWnd* pWnd, CDC* pDC, BYTE colorBits, int pixelType, DWORD flags);
+    void ReleasePalette();
+    int CreateOn(CWnd* pWnd, BYTE colorBits, int pixelType, DWORD flags);
     static BYTE ComponentFromIndex(int i, UINT nbits, UINT shift);
 
     HPALETTE m_hOldPal = nullptr; // the handle of m_pOldPal
