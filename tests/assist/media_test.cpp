@@ -253,7 +253,7 @@ TEST_F(MediaView, SinksFollowTheDocument)
     registered.Fire(DISPID_DOCUMENTCOMPLETE, {browser, url});
     EXPECT_TRUE(first.IsConnected());
     EXPECT_TRUE(field.IsConnected());
-    EXPECT_EQ(view->GetDocument(), first.Dispatch());
+    EXPECT_EQ(view->GetSinkDocument(), first.Dispatch());
     first.Fire(DISPID_EVMETH_ONCLICK, &other);
     field.Fire(static_cast<DISPID>(DISPID_EVMETH_ONBLUR), &other);
     EXPECT_EQ(view->clicks, 2);

@@ -178,6 +178,12 @@ CMediaView::CMediaView() = default;
 
 CMediaView::~CMediaView() = default;
 
+BOOL CMediaView::PreCreateWindow(CREATESTRUCT& cs)
+{
+    cs.style |= WS_CLIPCHILDREN;
+    return CHtmlView::PreCreateWindow(cs);
+}
+
 namespace
 {
 
@@ -272,7 +278,7 @@ void CMediaView::OnNavigateComplete2(LPCTSTR strURL)
 {
     CHtmlView::OnNavigateComplete2(strURL);
     const LPDISPATCH document = GetHtmlDocument();
-    if (!IsSameObject(document, GetDocument()))
+    if (!IsSameObject(document, GetSinkDocument()))
         SetDocument(nullptr);
     if (document != nullptr)
         document->Release();

@@ -78,7 +78,7 @@ public:
     // of the former one. Null only ends the former one.
     void SetDocument(LPDISPATCH document);
     // The document that the sinks are connected to; not counted for the caller, null for none.
-    LPDISPATCH GetDocument() const { return m_document; }
+    LPDISPATCH GetSinkDocument() const { return m_document; }
 
 private:
     LPDISPATCH m_document = nullptr; // counted
@@ -107,6 +107,8 @@ public:
 
 protected:
     CMediaView();
+    // The view's own background must not show through while the browser paints.
+    BOOL PreCreateWindow(CREATESTRUCT& cs) override;
     afx_msg void OnDestroy();
     DECLARE_MESSAGE_MAP()
 };

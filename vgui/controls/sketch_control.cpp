@@ -7,8 +7,7 @@ IMPLEMENT_DYNCREATE(CVOSlide4, CWnd)
 namespace
 {
 
-// Stands for the control's own class identifier: the control is not part of this library. Whoever has it puts
-// its identifier here, or registers it under this one.
+// Stands for the control's own class identifier, whose one place is this.
 constexpr CLSID kSketchClass = {0x20962AAA, 0xEE1F, 0x4877, {0xB9, 0x87, 0xD4, 0xFC, 0xF7, 0x6E, 0xEC, 0x7E}};
 
 // The automation type of a C++ type: the one byte of its VTS_ constant.

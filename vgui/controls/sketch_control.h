@@ -23,7 +23,8 @@ class VGUI_API CVOSlide4 : public CWnd
 public:
     CVOSlide4() = default;
 
-    // The class identifier of the control that Create makes.
+    // The class identifier of the control that Create makes: this library's own identifier for the control,
+    // which is not part of it. Register the control under it, or put the control's own in its one place here.
     static const CLSID& GetClsid();
 
     // Create the control as CWnd::CreateControl does: rect in client coordinates of the parent, in pixels.
