@@ -22,10 +22,11 @@ set(cxx_options
   -Wno-unknown-pragmas
   -fstack-protector-strong
   # The same sources give the same binaries, wherever they lie: __FILE__ is relative to the project, the
-  # debugger looks below /usr/src/vgui.
+  # debugger looks below /usr/src/vgui. The last option that fits counts, and the build folder may lie within
+  # the sources.
   "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
-  "-fdebug-prefix-map=${PROJECT_BINARY_DIR}=/usr/src/vgui/build"
-  "-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=/usr/src/vgui")
+  "-fdebug-prefix-map=${PROJECT_SOURCE_DIR}=/usr/src/vgui"
+  "-fdebug-prefix-map=${PROJECT_BINARY_DIR}=/usr/src/vgui/build")
 if(VGUI_WERROR)
   list(APPEND cxx_options -Werror)
 endif()
