@@ -1,6 +1,11 @@
 // Calling conventions, export marks and other compiler settings of the framework headers.
 #pragma once
 
+// Microsoft's MFC defines it. Objects of the two frameworks mean nothing to each other.
+#ifdef _MFC_VER
+#error "This subset of MFC cannot be mixed with Microsoft's MFC in one program"
+#endif
+
 #ifndef _UNICODE
 #define _UNICODE
 #endif

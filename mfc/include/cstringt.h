@@ -168,9 +168,9 @@ public:
     typedef typename Base::PYSTR PYSTR;
     typedef typename Base::PCYSTR PCYSTR;
 
-    CStringT() throw() {}
-    CStringT(const CStringT& strSrc) : Base(strSrc) {}
-    CStringT(const Base& strSrc) : Base(strSrc) {}
+    AFX_SUBSET_INLINE CStringT() throw() {}
+    AFX_SUBSET_INLINE CStringT(const CStringT& strSrc) : Base(strSrc) {}
+    AFX_SUBSET_INLINE CStringT(const Base& strSrc) : Base(strSrc) {}
     // A null-terminated string. MAKEINTRESOURCE(id) loads the string resource; an absent one leaves the
     // string empty. Text of the other character type is converted with the thread's ANSI code page.
     CStringT(PCXSTR pszSrc);
@@ -178,7 +178,7 @@ public:
     CStringT(const unsigned char* pszSrc);
     explicit CStringT(char ch, int nLength = 1);
     explicit CStringT(wchar_t ch, int nLength = 1);
-    CStringT(PCXSTR pch, int nLength) : Base(pch, nLength) {}
+    AFX_SUBSET_INLINE CStringT(PCXSTR pch, int nLength) : Base(pch, nLength) {}
     CStringT(PCYSTR pch, int nLength);
 
     AFX_SUBSET_INLINE CStringT& operator=(const CStringT& strSrc)
