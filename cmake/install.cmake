@@ -1,29 +1,31 @@
-# The installed package: find_package(VGui) gives vgui::vgui, and mfc::mfc with it.
+# The installed package: find_package(vgui) gives vgui::vgui, which brings the framework with it as vgui::mfc.
+# The tree may be moved.
 include(CMakePackageConfigHelpers)
-set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/VGui")
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/vgui")
 
-install(TARGETS vgui EXPORT VGuiTargets
+install(TARGETS vgui EXPORT vguiTargets
   FILE_SET headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
-install(EXPORT VGuiTargets NAMESPACE vgui:: DESTINATION "${package_dir}")
-
 if(MINGW)
-  install(TARGETS mfc EXPORT VGuiMfcTargets
+  install(TARGETS mfc EXPORT vguiTargets
     FILE_SET headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/mfcsubset"
     FILE_SET header_parts DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/mfcsubset")
   if(TARGET mfc_main)
-    install(TARGETS mfc_main EXPORT VGuiMfcTargets)
+    install(TARGETS mfc_main EXPORT vguiTargets)
   endif()
   install(FILES ${VGUI_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  set(VGUI_BUILT_WITH_MINGW TRUE)
 else()
-  install(TARGETS mfc EXPORT VGuiMfcTargets)
+  install(TARGETS mfc EXPORT vguiTargets)
+  set(VGUI_BUILT_WITH_MINGW FALSE)
 endif()
-install(EXPORT VGuiMfcTargets NAMESPACE mfc:: DESTINATION "${package_dir}")
+install(EXPORT vguiTargets NAMESPACE vgui:: DESTINATION "${package_dir}")
 
-configure_package_config_file(cmake/VGuiConfig.cmake.in "${PROJECT_BINARY_DIR}/VGuiConfig.cmake"
-  INSTALL_DESTINATION "${package_dir}")
-write_basic_package_version_file("${PROJECT_BINARY_DIR}/VGuiConfigVersion.cmake"
+configure_package_config_file(cmake/vguiConfig.cmake.in "${PROJECT_BINARY_DIR}/vguiConfig.cmake"
+  INSTALL_DESTINATION "${package_dir}"
+  NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/vguiConfigVersion.cmake"
   COMPATIBILITY SameMinorVersion)
 install(FILES
-  "${PROJECT_BINARY_DIR}/VGuiConfig.cmake"
-  "${PROJECT_BINARY_DIR}/VGuiConfigVersion.cmake"
+  "${PROJECT_BINARY_DIR}/vguiConfig.cmake"
+  "${PROJECT_BINARY_DIR}/vguiConfigVersion.cmake"
   DESTINATION "${package_dir}")

@@ -44,7 +44,7 @@ exit_on_signals() {
     trap 'exit 129' HUP
 }
 
-configure_and_build() {
+configure_and_build() { # TARGET...: beside all that is built anyway
     say "configuring $build"
     mkdir -p "$build"
     run_child cmake --preset mingw -S "$root" -B "$build" ${VGUI_WERROR:+-DVGUI_WERROR="$VGUI_WERROR"} \
@@ -53,5 +53,5 @@ configure_and_build() {
         die "the build could not be configured"
     }
     say "building"
-    run_child cmake --build "$build" || die "the build failed"
+    run_child cmake --build "$build" --target all "$@" || die "the build failed"
 }
