@@ -19,10 +19,14 @@ public:
     }
 
     static inline OpenAssistDlg* s_open = nullptr; // null when there is none; owns itself
+
+    bool isOpening = true;
 };
 
 bool Retarget(OpenAssistDlg* dialog, LPCWSTR topic)
 {
+    if (dialog->isOpening)
+        return false;
     if (!dialog->LoadTopic(topic)) {
         // The user may have closed it meanwhile.
         if (OpenAssistDlg::s_open == dialog)
@@ -33,7 +37,7 @@ bool Retarget(OpenAssistDlg* dialog, LPCWSTR topic)
     dialog->ShowWindow(SW_MAXIMIZE);
     dialog->SetForegroundWindow();
     dialog->FillVideoList();
-    return true;
+    return OpenAssistDlg::s_open == dialog;
 }
 
 } // namespace
@@ -43,18 +47,27 @@ bool EnterAssistSystem(const wchar_t* topic, CWnd* parent, const CWnd*)
     if (OpenAssistDlg::s_open != nullptr)
         return Retarget(OpenAssistDlg::s_open, topic);
 
+    const HWND owner = parent != nullptr ? parent->m_hWnd : nullptr;
     auto made = std::make_unique<OpenAssistDlg>(parent);
     if (!made->LoadTopic(topic))
         return false;
-    // Loading runs message boxes, and what they let happen may have opened another help dialog.
+    // Loading runs message boxes. What they let happen may have ended the owner, of which only the window is
+    // asked since its object may be a temporary one, or opened another help dialog.
+    if (owner != nullptr && !::IsWindow(owner))
+        return false;
     if (OpenAssistDlg::s_open != nullptr)
         OpenAssistDlg::s_open->DestroyWindow();
     OpenAssistDlg* const dialog = OpenAssistDlg::s_open = made.release();
-    if (!dialog->Open()) {
-        // Depending on how far it came, it has deleted itself.
-        delete OpenAssistDlg::s_open;
+    const bool opened = dialog->Open();
+    // It deletes itself with its window, be it that opening failed late or that a message box about a missing
+    // video has let somebody close it.
+    if (OpenAssistDlg::s_open != dialog)
+        return false;
+    if (!opened) {
+        delete dialog;
         return false;
     }
+    dialog->isOpening = false;
     dialog->ShowWindow(SW_MAXIMIZE);
     dialog->BringWindowToTop();
     dialog->PostMessage(WM_SETFOCUS);

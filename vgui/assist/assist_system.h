@@ -12,7 +12,10 @@
 // Otherwise a message box has told why, or the user has cancelled the choice of a file, and no help dialog is
 // open any more. User-interface thread only.
 //
-// parent: the owner of a new dialog, null for the main window.
+// parent: the owner of a new dialog, null for the main window. When its window goes while a message box or
+// the choice of a file is up, no dialog opens and the result is false. So it is, with nothing changed, when
+// this is called while the help dialog is only just being opened, from the message box about a missing video,
+// say.
 //
 // Where things are found:
 //   the host's folder     the parent of the program's folder, see vgui/assist/host_paths.h
@@ -25,6 +28,6 @@
 //   AssistSystem.ini      in the folder of the videos, else in sys: a section for each topic, with the keys
 //                         "Directory", the topic's folder relative to that of the videos, and "Caption"
 // Each file NAME.swf in the topic's folder is a video, NAME.txt holds its instructions (UTF-16 or UTF-8, or
-// else the system's code page). With the bit 0x1000 in key "CustomFlag" of section "Product" of product.ini a
-// notice shows the record that a topic without "Directory" lacks.
+// else the system's code page; at most 1 MiB of it is shown). With the bit 0x1000 in key "CustomFlag" of
+// section "Product" of product.ini a notice shows the record that a topic without "Directory" lacks.
 VGUI_API bool EnterAssistSystem(const wchar_t* topic, CWnd* parent, const CWnd* reserved);

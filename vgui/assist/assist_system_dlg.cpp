@@ -3,6 +3,7 @@
 #include "vgui/assist/assist_player.h"
 #include "vgui/assist/assist_topic.h"
 #include "vgui/assist/resource_scope.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/res/resource.h"
 
@@ -64,7 +65,7 @@ bool CAssistSystemDlg::LoadTopic(LPCWSTR topic)
 {
     const HWND window = m_hWnd;
     const std::optional<AssistTopic> found = LoadAssistTopic(topic, m_strCaption);
-    const bool closed = window != nullptr && CWnd::FromHandlePermanent(window) != this;
+    const bool closed = window != nullptr && !VGIsAttached(this, window);
     if (!found || closed)
         return false;
     m_strFolder = found->folder;
@@ -165,10 +166,12 @@ void CAssistSystemDlg::FillVideoList()
     if (titles.empty()) {
         m_edtInstructions.SetWindowText(L"");
         EnablePlayback(false);
+        StopVideo();
         return;
     }
-    m_lstVideos.SetItemState(0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     m_lstVideos.EnsureVisible(0, FALSE);
+    // Last, since it loads the video, of which a message box may tell, and that may end the dialog.
+    m_lstVideos.SetItemState(0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
 int CAssistSystemDlg::TitleWidth(int longest)
@@ -210,15 +213,23 @@ void CAssistSystemDlg::LoadVideo()
     const CString base = m_strFolder + m_lstVideos.GetItemText(selected, 0);
     m_edtInstructions.SetWindowText(ReadAssistInstructions(base + L".txt"));
     CString video = base + L".swf";
-    const bool exists = ::GetFileAttributesW(video) != INVALID_FILE_ATTRIBUTES;
+    const bool exists = AssistFileExists(video);
     EnablePlayback(exists);
     if (!exists) {
+        StopVideo();
         AfxMessageBox(L"文件 " + video + L" 不存在！");
         return;
     }
     video.Replace(L"\\\\", L"\\");
     if (m_player != nullptr)
         m_player->Navigate(video);
+}
+
+// The last video must not go on under another one's instructions.
+void CAssistSystemDlg::StopVideo()
+{
+    if (m_player != nullptr)
+        m_player->Navigate(L"about:blank");
 }
 
 void CAssistSystemDlg::OnSize(UINT nType, int cx, int cy)

@@ -35,7 +35,8 @@ public:
     // Creates the window from the library's template and fills it. False when it cannot be created; the
     // object is gone then if the window came into being.
     bool Open();
-    // Shows the caption and the videos of the topic and loads the first one.
+    // Shows the caption and the videos of the topic and loads the first one. A message box tells when its
+    // file has gone; whoever closes the dialog meanwhile ends the object.
     void FillVideoList();
 
     // Has the player cover the whole screen.
@@ -92,6 +93,7 @@ private:
     void PlacePlayer();
     void EnablePlayback(bool enable);
     void LoadVideo();
+    void StopVideo();
     void HideOtherControls();
     [[nodiscard]] int TitleWidth(int longest);
 

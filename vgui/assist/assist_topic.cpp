@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr int kMaxValue = 260; // characters of a value, with the terminating zero
+constexpr int kMaxValue = 260; // characters of a registry value
 constexpr int kDefaultCustomFlag = 72;
 constexpr int kShowNotice = 0x1000;             // bit of the custom flag
 constexpr ULONGLONG kMaxInstructions = 1 << 20; // bytes of a text that are shown
@@ -25,19 +25,6 @@ struct FindCloser {
     void operator()(HANDLE find) const { ::FindClose(find); }
 };
 
-CString ReadIni(LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, LPCWSTR file)
-{
-    wchar_t value[kMaxValue];
-    ::GetPrivateProfileStringW(section, key, defaultValue, value, kMaxValue, file);
-    return value;
-}
-
-bool FileExists(const CString& path)
-{
-    const DWORD attributes = ::GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
-}
-
 // The host's key, as it is told in product.ini.
 class HostKey
 {
@@ -45,7 +32,7 @@ public:
     // False, after a message box, when there is no such key.
     bool Open()
     {
-        m_path = ReadIni(L"产品信息", L"注册表位置", L"", VGHostSysFile(L"product.ini"));
+        m_path = VGReadIniValue(VGHostSysFile(L"product.ini"), L"产品信息", L"注册表位置");
         if (m_path.IsEmpty()) {
             AfxMessageBox(L"无法读取 产品信息 的 注册表位置！");
             return false;
@@ -113,6 +100,20 @@ int CustomFlag()
     return s_flag;
 }
 
+bool IsUtf16(const std::vector<char>& bytes)
+{
+    return bytes.size() >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE';
+}
+
+// Takes off the line that the end of the bytes has cut, perhaps inside a character, which would make the
+// whole look like no UTF-8. UTF-16 needs none of this: its characters end at even places.
+void DropCutLine(std::vector<char>& bytes)
+{
+    const auto lineEnd = std::find(bytes.rbegin(), bytes.rend(), '\n').base();
+    if (!IsUtf16(bytes) && lineEnd != bytes.begin())
+        bytes.erase(lineEnd, bytes.end());
+}
+
 std::vector<char> ReadBytes(const CString& path)
 {
     std::vector<char> bytes;
@@ -122,6 +123,8 @@ std::vector<char> ReadBytes(const CString& path)
     try {
         bytes.resize(static_cast<size_t>(std::min(file.GetLength(), kMaxInstructions)));
         bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
+        if (file.GetLength() > kMaxInstructions)
+            DropCutLine(bytes);
     } catch (CFileException* e) {
         e->Delete();
         bytes.clear();
@@ -143,7 +146,7 @@ CString Decode(const char* bytes, int size, UINT codePage)
 CString DecodeText(const std::vector<char>& bytes)
 {
     const int size = static_cast<int>(bytes.size());
-    if (size >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE')
+    if (IsUtf16(bytes))
         return CString(reinterpret_cast<const wchar_t*>(bytes.data() + 2), (size - 2) / 2);
     if (size >= 3 && memcmp(bytes.data(), "\xEF\xBB\xBF", 3) == 0)
         return Decode(bytes.data() + 3, size - 3, CP_UTF8);
@@ -154,7 +157,7 @@ CString DecodeText(const std::vector<char>& bytes)
 
 } // namespace
 
-std::optional<AssistTopic> LoadAssistTopic(const CString& topic, const CString& caption)
+std::optional<AssistTopic> LoadAssistTopic(const CString& topic, CString caption)
 {
     HostKey key;
     if (!key.Open())
@@ -168,14 +171,14 @@ std::optional<AssistTopic> LoadAssistTopic(const CString& topic, const CString& 
             return std::nullopt;
     } else {
         topicFile = videoRoot + L"\\AssistSystem.ini";
-        if (!FileExists(topicFile))
+        if (!AssistFileExists(topicFile))
             topicFile = VGHostSysFile(L"AssistSystem.ini");
     }
     if (topic.IsEmpty()) {
         AfxMessageBox(L"传入的目录为空，无法初始化视频列表！");
         return std::nullopt;
     }
-    const CString directory = ReadIni(topic, L"Directory", L"", topicFile);
+    const CString directory = VGReadIniValue(topicFile, topic, L"Directory");
     if (directory.IsEmpty()) {
         if ((CustomFlag() & kShowNotice) != 0)
             CAssistMsg::ShowMissingEntry(topic);
@@ -183,7 +186,14 @@ std::optional<AssistTopic> LoadAssistTopic(const CString& topic, const CString& 
         if (topicFile.IsEmpty())
             return std::nullopt;
     }
-    return AssistTopic{videoRoot + L"\\" + directory + L"\\", ReadIni(topic, L"Caption", caption, topicFile)};
+    return AssistTopic{videoRoot + L"\\" + directory + L"\\",
+                       VGReadIniValue(topicFile, topic, L"Caption", caption)};
+}
+
+bool AssistFileExists(const CString& path)
+{
+    const DWORD attributes = ::GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
 std::vector<CString> ListAssistVideos(const CString& folder)

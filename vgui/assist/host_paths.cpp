@@ -45,3 +45,11 @@ CString VGHostSysFile(LPCWSTR name)
 {
     return VGHostRoot() + L"\\sys\\" + name;
 }
+
+CString VGReadIniValue(LPCWSTR file, LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue, int size)
+{
+    CString value;
+    ::GetPrivateProfileStringW(section, key, defaultValue, value.GetBuffer(size), size, file);
+    value.ReleaseBuffer();
+    return value;
+}

@@ -4,6 +4,7 @@
 #include "vgui/assist/host_paths.h"
 #include "vgui/dialogs/child_controls.h"
 #include "vgui/dialogs/gui_dlg_geometry.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/foundation/library_instance.h"
@@ -13,8 +14,7 @@
 namespace
 {
 
-constexpr int kMaxHtmlFile = 260; // characters, with the terminating zero
-constexpr int kMaxHelpFile = 256;
+constexpr int kMaxHelpFile = 256; // characters, with the terminating zero
 constexpr wchar_t kHelpCaption[] = L"温馨提示";
 
 bool IsStaticLike(UINT nCtlColor)
@@ -27,9 +27,8 @@ int OpenHostHelp(CWnd& dialog)
 {
     using HostHelp = int(__cdecl*)(LPCWSTR file, LPCWSTR topic, int command);
 
-    wchar_t helpFile[kMaxHelpFile];
-    ::GetPrivateProfileStringW(L"产品信息", L"帮助文件", L"", helpFile, kMaxHelpFile,
-                               VGHostSysFile(L"product.ini"));
+    const CString helpFile =
+        VGReadIniValue(VGHostSysFile(L"product.ini"), L"产品信息", L"帮助文件", L"", kMaxHelpFile);
     const HMODULE host = ::GetModuleHandleW(nullptr);
     if (host == nullptr) {
         dialog.MessageBox(L"未知异常:", kHelpCaption);
@@ -90,13 +89,6 @@ INT_PTR VGuiDlg::DoModal()
 BOOL VGuiDlg::ShowWindow(int nCmdShow)
 {
     return m_hWnd != nullptr && CDialog::ShowWindow(nCmdShow);
-}
-
-// Whether the object is still attached to the window. Safe after the object's end as well, since only the
-// pointer's value is used.
-bool VGuiDlg::IsAlive(const VGuiDlg* pDlg, HWND hWnd)
-{
-    return hWnd != nullptr && CWnd::FromHandlePermanent(hWnd) == pDlg;
 }
 
 void VGuiDlg::DoDataExchange(CDataExchange* pDX)
@@ -268,10 +260,7 @@ void VGuiDlg::PromptHelp()
 
 int VGuiDlg::OnHtmlHelp()
 {
-    wchar_t htmlFile[kMaxHtmlFile];
-    ::GetPrivateProfileStringW(GetAssistantDirName(), L"HtmlFile", L"", htmlFile, kMaxHtmlFile,
-                               VGHostSysFile(L"AssistSystem.ini"));
-    if (htmlFile[0] == L'\0')
+    if (VGReadIniValue(VGHostSysFile(L"AssistSystem.ini"), GetAssistantDirName(), L"HtmlFile").IsEmpty())
         return OpenHostHelp(*this);
     PromptHelp();
     return 0;
@@ -279,5 +268,8 @@ int VGuiDlg::OnHtmlHelp()
 
 BOOL VGuiDlg::OnHelpInfo(HELPINFO* pHelpInfo)
 {
-    return OnHtmlHelp() != 0 ? TRUE : CDialog::OnHelpInfo(pHelpInfo);
+    const HWND window = m_hWnd;
+    const bool settled = OnHtmlHelp() != 0;
+    // The host's help may have closed the dialog.
+    return settled || !VGIsAttached(this, window) ? TRUE : CDialog::OnHelpInfo(pHelpInfo);
 }

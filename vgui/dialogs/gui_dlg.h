@@ -92,8 +92,10 @@ protected:
     // the id 0.
     virtual BOOL OnToolTipText(UINT nID, NMHDR* pNMHDR, LRESULT* pResult);
     // Opens help for WM_HELP and says whether that settled it; when not, the framework's own processing of
-    // WM_HELP follows. With a key "HtmlFile" in the section GetAssistantDirName() of the host's
-    // sys\AssistSystem.ini it calls PromptHelp and returns 0. Otherwise it calls the function
+    // WM_HELP follows, which sends it on to the dialog's owner: if that is a VGuiDlg, its help opens as well.
+    // An override that returns 1 prevents that. It may destroy the dialog. With a key "HtmlFile" in the
+    // section GetAssistantDirName() of the host's sys\AssistSystem.ini it calls PromptHelp and returns 0.
+    // Otherwise it calls the function
     //     extern "C" int acedHelp(const wchar_t* file, const wchar_t* topic, int command)
     // that the host's program exports, with the key "帮助文件" of section "产品信息" in sys\product.ini, an
     // empty topic and 0, and returns 1. Without that function a message box says so and the result is 0.
@@ -174,7 +176,6 @@ protected:
 private:
     friend class VEditorCommand;
 
-    [[nodiscard]] static bool IsAlive(const VGuiDlg* pDlg, HWND hWnd);
     [[nodiscard]] gui_dlg::CapBtns GetCapBtns() const;
     [[nodiscard]] CString GetCapBtnTip(LRESULT nHit) const;
     void PressCapBtn(LRESULT nHit);

@@ -1,6 +1,8 @@
 // How a skinned dialog steps aside while the host's editor takes input.
 #include "vgui/dialogs/gui_dlg.h"
 
+#include "vgui/foundation/attached.h"
+
 namespace
 {
 
@@ -96,7 +98,7 @@ VEditorCommand::~VEditorCommand()
 
 void VEditorCommand::CompleteEditorCommand()
 {
-    if (VGuiDlg::IsAlive(m_pDlg, m_hDlg))
+    if (VGIsAttached(m_pDlg, m_hDlg))
         m_pDlg->CompleteEditorCommand();
     m_bCompleted = true;
 }

@@ -1,6 +1,7 @@
 // The skinned dialog's non-client area: its place, its painting and the mouse on it.
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/dialogs/gui_dlg_geometry.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -169,7 +170,7 @@ LRESULT VGuiDlg::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const HWND window = m_hWnd;
     const LRESULT result = CDialog::DefWindowProc(message, wParam, lParam);
-    if (RepaintsNcArea(message) && IsAlive(this, window))
+    if (RepaintsNcArea(message) && VGIsAttached(this, window))
         DrawNcArea();
     return result;
 }
@@ -359,7 +360,7 @@ void VGuiDlg::OnNcLButtonUp(UINT nHitTest, CPoint point)
         m_bNcBtnDown = 0;
         const HWND window = m_hWnd;
         PressCapBtn(NcHitTest(point));
-        if (!IsAlive(this, window))
+        if (!VGIsAttached(this, window))
             return;
     }
     CDialog::OnNcLButtonUp(nHitTest, point);
