@@ -13,7 +13,7 @@ constexpr ULONGLONG kShotTimeout = 5000;   // milliseconds for the dialog to sho
 constexpr DWORD kInterval = 20;
 constexpr wchar_t kTitle[] = L"导出图纸 Export";
 
-// The other process. It ends by itself after its one client.
+// The other process. It ends by itself after its one client, or else with a Start that fails.
 class DemoProcess
 {
 public:
@@ -33,6 +33,9 @@ public:
             return false;
         ::CloseHandle(process.hThread);
         const bool ready = WaitForPipe(process.hProcess);
+        // It would wait for its client for ever.
+        if (!ready)
+            ::TerminateProcess(process.hProcess, 1);
         ::CloseHandle(process.hProcess);
         return ready;
     }

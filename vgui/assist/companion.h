@@ -27,8 +27,9 @@
 //     ?Profile           the INI file that receives the results, a full path of at most 258 characters
 //     both
 //     ?Total             a number: begins a step that ends with it; 100 by default
-//     ?Message           what is being done, at most 259 characters: line 3 of the dialog, and line 1, too,
-//                        until the time used stands there
+//     ?Message           what is being done, at most 259 characters: line 3 of the dialog, where Windows may
+//                        write its estimate of the time left over it, and line 1, too, until the time used
+//                        stands there
 //     messages only; texts of at most 259 characters
 //     ?Process           a number: how far the current step is
 //     ?EndProcess        ends the newest step
@@ -41,6 +42,10 @@
 // message is applied, with the first half of "Continue" (8 bytes, "Cont") or, once the user has cancelled,
 // "Cancel" (6 bytes, "Can"), after which nothing more is read. A server that writes its message and then
 // waits for the answer has all of its fields applied; a longer message gets an answer for each part. A
-// server that is silent when the user cancels has two more seconds to come for its answer. After cancelling,
-// what the pipe's name has beyond the default name becomes a global atom.
+// server that is silent when the user cancels has two more seconds to come for its answer; one that closes
+// the pipe instead has ended the exchange, which then does not count as cancelled. After cancelling, what the
+// pipe's name has beyond the default name becomes a global atom.
+//
+// The server has to read its answers. With its end of the pipe full of them the exchange stands still until
+// it reads some, closes the pipe or ends, or the user cancels.
 VGUI_API UINT CompanionInfomation(HWND owner, UINT, const wchar_t* arguments, UINT mode);

@@ -1,5 +1,6 @@
 #include "vgui/assist/companion_progress.h"
 
+#include "vgui/assist/companion_fields.h"
 #include "vgui/assist/companion_pipe.h"
 
 #include <algorithm>
@@ -33,6 +34,16 @@ std::vector<HWND> ListCandidates()
     return windows;
 }
 
+// Sends no message, so that a thread that is busy does not hold this one up.
+CString TitleOf(HWND window)
+{
+    constexpr int kSize = companion::kMaxText + 1;
+    CString title;
+    ::InternalGetWindowText(window, title.GetBuffer(kSize), kSize);
+    title.ReleaseBuffer();
+    return title;
+}
+
 CString TimeText(ULONGLONG seconds)
 {
     CString text;
@@ -52,16 +63,18 @@ bool CompanionProgress::Create()
     return dialog != nullptr;
 }
 
-void CompanionProgress::Start(HWND owner, bool cancellable)
+bool CompanionProgress::Start(HWND owner, bool cancellable)
 {
     IProgressDialog* const dialog = m_dialog.Get();
     m_formerWindows = ListCandidates();
     dialog->SetAnimation(::GetModuleHandleW(L"shell32.dll"), kAnimation);
-    dialog->StartProgressDialog(owner, nullptr, PROGDLG_AUTOTIME | (cancellable ? 0 : PROGDLG_NOCANCEL),
-                                nullptr);
-    m_started = true;
+    m_started = SUCCEEDED(dialog->StartProgressDialog(
+        owner, nullptr, PROGDLG_AUTOTIME | (cancellable ? 0 : PROGDLG_NOCANCEL), nullptr));
+    if (!m_started)
+        return false;
     dialog->SetCancelMsg(L"请等待过程完成", nullptr);
     dialog->Timer(PDTIMER_RESET, nullptr);
+    return true;
 }
 
 void CompanionProgress::Stop()
@@ -70,6 +83,12 @@ void CompanionProgress::Stop()
     if (m_started)
         m_dialog.Get()->StopProgressDialog();
     m_started = false;
+}
+
+void CompanionProgress::SetTitle(LPCWSTR title)
+{
+    m_title = title;
+    m_dialog.Get()->SetTitle(title);
 }
 
 void CompanionProgress::SetProgress(int completed, int total)
@@ -81,7 +100,9 @@ HWND CompanionProgress::FindDialogWindow() const
 {
     const std::vector<HWND> windows = ListCandidates();
     const auto found = std::find_if(windows.begin(), windows.end(), [this](HWND window) {
-        return std::find(m_formerWindows.begin(), m_formerWindows.end(), window) == m_formerWindows.end();
+        // Another thread of the host may open windows, too.
+        return TitleOf(window) == m_title &&
+               std::find(m_formerWindows.begin(), m_formerWindows.end(), window) == m_formerWindows.end();
     });
     return found == windows.end() ? nullptr : *found;
 }

@@ -23,17 +23,19 @@ public:
 
     // False when the shell has no such dialog. COM must be initialised.
     bool Create();
-    void Start(HWND owner, bool cancellable);
+    // False when the shell does not show the dialog.
+    bool Start(HWND owner, bool cancellable);
     // Ends the time line, too.
     void Stop();
 
-    void SetTitle(LPCWSTR title) { m_dialog.Get()->SetTitle(title); }
+    void SetTitle(LPCWSTR title);
     void SetLine(DWORD line, LPCWSTR text) { m_dialog.Get()->SetLine(line, text, FALSE, nullptr); }
     // Negative numbers count as 0.
     void SetProgress(int completed, int total);
     [[nodiscard]] bool HasUserCancelled() const { return m_dialog.Get()->HasUserCancelled() != FALSE; }
 
-    // The dialog's window, which belongs to a thread of the shell; null while it is not there.
+    // The dialog's window, which belongs to a thread of the shell; null while it is not there or does not
+    // have its title yet.
     [[nodiscard]] HWND FindDialogWindow() const;
 
     // Shows the time that has passed since startTime (seconds of VGSecondsNow) in kTimeLine, once a second,
@@ -53,6 +55,7 @@ private:
 
     VOwnedHandle<IProgressDialog*, Releaser> m_dialog;
     bool m_started = false;
+    CString m_title;
     std::vector<HWND> m_formerWindows; // what the process had before the dialog
     std::unique_ptr<CWinThread> m_timeLine;
     ULONGLONG m_startTime = 0;

@@ -33,11 +33,12 @@ COleAssist::COleAssist(HWND owner, LPCWSTR arguments, UINT mode)
 
 bool COleAssist::Run()
 {
-    if (!m_pipe.Open(m_strPipeName) || !m_progress.Create()) {
+    if (!m_pipe.Open(m_strPipeName) || !m_progress.Create() || !StartProgress()) {
+        // The server need not wait for the user.
+        m_pipe.Close();
         AfxMessageBox(L"没有得到通信管道");
         return false;
     }
-    StartProgress();
     HandleMessages();
     // Before the pipe closes, for that is when the server looks for them.
     if (m_cancelled)
@@ -51,18 +52,20 @@ bool COleAssist::Run()
     return m_cancelled;
 }
 
-void COleAssist::StartProgress()
+bool COleAssist::StartProgress()
 {
     m_startTime = VGSecondsNow();
-    m_progress.Start(m_hOwner, m_nEnableCancel != 0);
+    if (!m_progress.Start(m_hOwner, m_nEnableCancel != 0))
+        return false;
     m_progress.SetTitle(m_strCaption);
     PushTotal(FindNumber(m_strArguments, L"?Total").value_or(kDefaultTotal));
     ShowMessage();
     PrepareWindow();
     m_progress.BeginTimeLine(m_startTime);
+    return true;
 }
 
-// The shell makes the window in a thread of its own, so it may not be there at once.
+// The shell makes the window in a thread of its own, so it may not be there at once, nor with its title.
 void COleAssist::PrepareWindow()
 {
     if (m_hProgress != nullptr || VGSecondsNow() - m_startTime > kWindowWait)
@@ -77,6 +80,13 @@ void COleAssist::PrepareWindow()
     const HWND cancel = ::GetDlgItem(m_hProgress, IDCANCEL);
     if (m_nEnableCancel == 0 && cancel != nullptr)
         ::SendMessageW(cancel, WM_SHOWWINDOW, FALSE, 0);
+    ShowOrHide();
+}
+
+void COleAssist::ShowOrHide() const
+{
+    if (m_show && ::IsWindow(m_hProgress))
+        ::ShowWindow(m_hProgress, *m_show ? SW_SHOW : SW_HIDE);
 }
 
 void COleAssist::HandleMessages()
@@ -84,14 +94,19 @@ void COleAssist::HandleMessages()
     BYTE buffer[kReadSize];
     for (;;) {
         const DWORD size = m_pipe.Read(buffer, kReadSize, [this] { return KeepWaiting(); });
-        m_cancelled = m_progress.HasUserCancelled();
-        // A server that has said nothing since the cancel finds its answer when it comes back.
-        if (size == 0 && !m_cancelled)
+        // A server that never pauses lets nothing ask in KeepWaiting.
+        PrepareWindow();
+        // A server that has ended is not cancelled any more; one that has said nothing since the cancel finds
+        // its answer when it comes back.
+        const bool gaveUp = m_giveUpTime != 0 && ::GetTickCount64() >= m_giveUpTime;
+        if (size == 0 && !gaveUp)
             break;
+        // Before the answer, after which there may be the next message.
+        const bool goesOn = size == kReadSize && m_pipe.HasMore();
+        m_cancelled = m_progress.HasUserCancelled();
         Answer();
         if (m_cancelled)
             break;
-        const bool goesOn = size == kReadSize && m_pipe.HasMore();
         Apply(m_inbox.Take(buffer, size, goesOn));
     }
     Apply(m_inbox.TakeRest());
@@ -122,8 +137,10 @@ void COleAssist::Apply(const std::vector<CString>& messages)
 
 void COleAssist::ApplyMessage(const CString& message)
 {
-    if (const auto show = FindNumber(message, L"?ShowWindow"); show && ::IsWindow(m_hProgress))
-        ::ShowWindow(m_hProgress, *show != 0 ? SW_SHOW : SW_HIDE);
+    if (const auto show = FindNumber(message, L"?ShowWindow")) {
+        m_show = *show != 0;
+        ShowOrHide();
+    }
     if (const auto text = FindField(message, L"?Message")) {
         m_strMessage = *text;
         ShowMessage();

@@ -5,6 +5,7 @@
 #include "vgui/assist/companion_pipe.h"
 #include "vgui/assist/companion_progress.h"
 
+#include <optional>
 #include <vector>
 
 // The state of one call of CompanionInfomation, which says what the texts mean. COM must be initialised.
@@ -17,8 +18,9 @@ public:
     bool Run();
 
 private:
-    void StartProgress();
+    bool StartProgress();
     void PrepareWindow();
+    void ShowOrHide() const;
     void HandleMessages();
     void Answer();
     [[nodiscard]] bool KeepWaiting();
@@ -49,6 +51,7 @@ private:
     std::vector<int> m_totals;  // of the steps begun, the newest last
     ULONGLONG m_startTime = 0;  // seconds of VGSecondsNow
     HWND m_hProgress = nullptr; // the dialog's window once it was found
+    std::optional<bool> m_show; // what the server wants of that window; nothing before it has said so
     companion::Inbox m_inbox;
     bool m_cancelled = false;
     ULONGLONG m_giveUpTime = 0; // milliseconds of GetTickCount64, 0 while nobody has cancelled
