@@ -2,6 +2,7 @@
 #include "vgui/controls/button_paint.h"
 #include "vgui/controls/hot_tracking.h"
 #include "vgui/controls/radio_group.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -326,8 +327,12 @@ UINT VRadioBtn::OnGetDlgCode()
 // The dialog manager only clicks buttons whose style says auto radio button.
 void VRadioBtn::OnSetFocus(CWnd* pOldWnd)
 {
+    // The parent is told and may destroy the button, or the other window's object.
+    const HWND window = m_hWnd;
+    const HWND old = pOldWnd != nullptr ? pOldWnd->m_hWnd : nullptr;
     VButtonST::OnSetFocus(pOldWnd);
-    const HWND old = pOldWnd->GetSafeHwnd();
+    if (!VGIsAttached(this, window))
+        return;
     if (radioChecked || old == nullptr || !IsArrowKeyDown() || !IsRadio(old) || !InSameGroup(old, m_hWnd))
         return;
     ::SendMessageW(::GetParent(m_hWnd), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), BN_CLICKED),

@@ -66,6 +66,8 @@ protected:
     afx_msg void OnDestroy();
     afx_msg void OnNcPaint();
     afx_msg void OnEnable(BOOL bEnable);
+    // For the messages that add and remove items.
+    afx_msg LRESULT OnItemsChange(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
     CToolTipCtrl* m_pToolTip = nullptr; // the dialog's

@@ -1,5 +1,6 @@
 #include "vgui/controls/control_frame.h"
 #include "vgui/controls/themed_controls.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/foundation/skin_host.h"
 
@@ -53,6 +54,10 @@ BEGIN_MESSAGE_MAP(VListBox, CListBox)
     ON_WM_DESTROY()
     ON_WM_NCPAINT()
     ON_WM_ENABLE()
+    ON_MESSAGE(LB_ADDSTRING, &VListBox::OnItemsChange)
+    ON_MESSAGE(LB_INSERTSTRING, &VListBox::OnItemsChange)
+    ON_MESSAGE(LB_DELETESTRING, &VListBox::OnItemsChange)
+    ON_MESSAGE(LB_RESETCONTENT, &VListBox::OnItemsChange)
 END_MESSAGE_MAP()
 
 // Gives the item its data, unless its index says that there is none.
@@ -104,8 +109,6 @@ void VListBox::SetText(int index, const wchar_t* text)
     SetItemData(index + 1, 0);
     DeleteString(index + 1);
     state.Restore();
-    if (index == m_nTipItem)
-        ForgetTip();
 }
 
 int VListBox::SelectStringExact(int start, const wchar_t* text)
@@ -184,6 +187,25 @@ void VListBox::ForgetTip()
     m_nTipItem = -1;
     if (HasTips())
         m_pToolTip->UpdateTipText(L"", this);
+}
+
+// What comes or goes above the tip's item moves it away.
+LRESULT VListBox::OnItemsChange(WPARAM wParam, LPARAM)
+{
+    const HWND window = m_hWnd;
+    const UINT message = GetCurrentMessage()->message;
+    const LRESULT result = Default();
+    // The owner is told of deleted items and may destroy the list.
+    if (!VGIsAttached(this, window))
+        return result;
+    LRESULT first = 0;
+    if (message == LB_DELETESTRING)
+        first = static_cast<LRESULT>(wParam);
+    else if (message != LB_RESETCONTENT)
+        first = result;
+    if (first >= 0 && first <= m_nTipItem)
+        ForgetTip();
+    return result;
 }
 
 void VListBox::OnDestroy()
