@@ -197,6 +197,22 @@ TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
     EXPECT_EQ(list.m_nTipItem, -1);
     hoverItem(0);
     EXPECT_EQ(tipText(), L"折线");
+
+    // What comes or goes above the tip's item moves it away.
+    const std::pair<std::function<void()>, bool> changes[] = {{[&] { list.AddString(L"end"); }, false},
+                                                              {[&] { list.DeleteString(2); }, false},
+                                                              {[&] { list.InsertString(0, L"first"); }, true},
+                                                              {[&] { list.DeleteString(0); }, true},
+                                                              {[&] { list.ResetContent(); }, true}};
+    for (const auto& [change, forgets] : changes) {
+        hoverItem(0);
+        hoverItem(1);
+        EXPECT_EQ(list.m_nTipItem, 1);
+        change();
+        EXPECT_EQ(list.m_nTipItem, forgets ? -1 : 1);
+        EXPECT_EQ(tipText().IsEmpty() != FALSE, forgets);
+    }
+
     MoveTo(CenterOf(::GetDlgItem(dlg.m_hWnd, kOtherId)));
     EXPECT_TRUE(PumpUntil([&] { return tip.IsWindowVisible() == FALSE; }));
 
