@@ -5,6 +5,7 @@
 #include "tests/support/input.h"
 #include "tests/support/modal.h"
 #include "tests/support/pump.h"
+#include "tests/support/recorder.h"
 #include "tests/support/rounds.h"
 #include "vgui/assist/assist_msg.h"
 #include "vgui/assist/assist_player.h"
@@ -173,6 +174,33 @@ protected:
     bool opened = false;
 };
 
+// Runs an action once, when a list view gets its column: the help dialog has listed a topic's videos then and
+// not yet loaded one.
+class BeforeColumn
+{
+public:
+    explicit BeforeColumn(std::function<void()> action)
+        : m_hook(::SetWindowsHookEx(WH_CALLWNDPROC, Hook, nullptr, ::GetCurrentThreadId()))
+    {
+        s_action = std::move(action);
+    }
+    ~BeforeColumn() { ::UnhookWindowsHookEx(m_hook); }
+    BeforeColumn(const BeforeColumn&) = delete;
+    BeforeColumn& operator=(const BeforeColumn&) = delete;
+
+private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
+    {
+        if (code == HC_ACTION && reinterpret_cast<CWPSTRUCT*>(lParam)->message == LVM_INSERTCOLUMN &&
+            s_action)
+            std::exchange(s_action, nullptr)();
+        return ::CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    static inline std::function<void()> s_action;
+    HHOOK m_hook;
+};
+
 CRect Place(HWND window)
 {
     CRect rect;
@@ -207,6 +235,9 @@ TEST_F(AssistSystem, ReadsInstructionsInAnyEncoding)
 {
     const fs::path file = host.Videos() / L"设置" / L"工程 设置" / L"二.txt";
     const std::string longLine(3000, 'x');
+    std::wstring empty;
+    for (int line = 0; line < 513; ++line)
+        empty += L"\r\n";
     struct Case {
         std::string bytes;
         std::wstring text;
@@ -215,6 +246,8 @@ TEST_F(AssistSystem, ReadsInstructionsInAnyEncoding)
              Case{"\xE4\xB8\x89", L"三\r\n"},
              Case{"\xEF\xBB\xBF\xE4\xB8\x89\n", L"三\r\n"},
              Case{"a\r\n\nb", L"a\r\n\r\nb\r\n"},
+             // The end of what is shown lies inside a character.
+             Case{"\xE4\xB8\x89\n" + std::string((1 << 20) - 6, '\r') + "\n\xE4\xB8\x89", L"三\r\n" + empty},
              Case{longLine, std::wstring(2047, L'x') + L"\r\n" + std::wstring(953, L'x') + L"\r\n"},
          }) {
         std::ofstream(file, std::ios::binary) << c.bytes;
@@ -328,11 +361,62 @@ TEST_F(AssistSystemFiles, ShowsTheMissingRecordWhenTheProductWantsIt)
     }
 }
 
+TEST_F(AssistSystemFiles, SurvivesTheEndOfItsDialogWhileAFileIsChosen)
+{
+    const fs::path file = host.Videos() / L"no captions.ini";
+    AssistHost::Write(file, L"");
+    HostWnd main; // the file dialog's owner
+    ASSERT_TRUE(Enter(kTopic));
+    ASSERT_TRUE(main.Open());
+    const auto answer = WhenModal([&](HWND box) {
+        Find()->DestroyWindow();
+        ::SetWindowText(FileNameField(box), file.c_str());
+        PostButton(box, IDOK);
+    });
+    EXPECT_FALSE(Enter(L"Bare"));
+    EXPECT_EQ(Find(), nullptr);
+}
+
+TEST_F(AssistSystemFiles, DoesNotOpenWhenItsOwnerHasGoneMeanwhile)
+{
+    AssistHost::SetVideoRoot(L"");
+    HostWnd owner;
+    HostWnd main;
+    ASSERT_TRUE(owner.Open());
+    ASSERT_TRUE(main.Open());
+    const auto answer = WhenModal([&](HWND box) {
+        owner.DestroyWindow();
+        ::SetWindowText(FileNameField(box), (host.Videos() / L"AssistSystem.ini").c_str());
+        PostButton(box, IDOK);
+    });
+    EXPECT_FALSE(EnterAssistSystem(kTopic, &owner, nullptr));
+    EXPECT_EQ(AssistHost::VideoRoot(), host.Videos());
+    EXPECT_EQ(Find(), nullptr);
+}
+
+TEST_F(AssistSystem, TakesNoTopicWhileItOpens)
+{
+    const BeforeColumn hook([this] {
+        for (const wchar_t* video : {L"first.swf", L"二.SWF"})
+            fs::remove(host.Videos() / L"设置" / L"工程 设置" / video);
+    });
+    bool entered = true;
+    const auto answer = WhenModal([&](HWND box) {
+        entered = EnterAssistSystem(L"", nullptr, nullptr);
+        PostButton(box, IDOK);
+    });
+    EXPECT_TRUE(Enter(kTopic));
+    EXPECT_FALSE(entered);
+    ASSERT_NE(Find(), nullptr);
+    EXPECT_EQ(WindowText(Find()->m_hWnd), L"帮助系统 - 工程 设置");
+}
+
 TEST_F(AssistSystem, SaysThatAVideoIsMissing)
 {
     ASSERT_TRUE(Enter(kTopic));
     Select(*Find(), L"first");
     fs::remove(host.Videos() / L"设置" / L"工程 设置" / L"二.SWF");
+    fs::create_directories(host.Videos() / L"设置" / L"工程 设置" / L"二.SWF");
     const auto answer = AnswerMessageBox(IDOK);
     Select(*Find(), L"二");
     EXPECT_EQ(answer.Text(),
@@ -379,6 +463,17 @@ TEST_F(AssistSystemPlayer, PlaysTheSelectedVideo)
     dialog->calls.clear();
     Select(*dialog, L"二");
     EXPECT_EQ(dialog->calls, Texts{host.Videos() / L"设置" / L"工程 设置" / L"二.swf"});
+
+    // What played before ends when there is nothing else to play.
+    fs::remove(host.Videos() / L"设置" / L"工程 设置" / L"first.swf");
+    dialog->calls.clear();
+    const auto answer = AnswerMessageBox(IDOK);
+    Select(*dialog, L"first");
+    EXPECT_EQ(dialog->calls, Texts{L"about:blank"});
+    dialog->calls.clear();
+    ASSERT_TRUE(dialog->LoadTopic(L"Empty"));
+    dialog->FillVideoList();
+    EXPECT_EQ(dialog->calls, Texts{L"about:blank"});
     dialog->DestroyWindow();
 }
 

@@ -48,6 +48,7 @@ public:
 
     // Asked by HasUserCancelled, in the calling thread.
     std::function<bool()> cancelled = [] { return false; };
+    HRESULT startResult = S_OK;
     // Told of every call, in the calling thread.
     std::function<void(const std::wstring&)> onCall = [](const std::wstring&) {};
 
@@ -83,8 +84,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE StartProgressDialog(HWND, IUnknown*, DWORD flags, LPCVOID) override
     {
-        ++m_started;
-        return Note(L"start " + std::to_wstring(flags));
+        m_started += SUCCEEDED(startResult);
+        Note(L"start " + std::to_wstring(flags));
+        return startResult;
     }
     HRESULT STDMETHODCALLTYPE StopProgressDialog() override
     {
@@ -167,6 +169,42 @@ public:
 
 private:
     std::filesystem::path m_path;
+};
+
+// A window with a caption, of a thread of its own.
+class ForeignWindow
+{
+public:
+    explicit ForeignWindow(const wchar_t* title)
+        : m_thread([this, title] {
+              m_window = ::CreateWindowEx(0, L"STATIC", title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200,
+                                          100, nullptr, nullptr, nullptr, nullptr);
+              m_open.Set();
+              for (MSG message; ::GetMessage(&message, nullptr, 0, 0) > 0;)
+                  ::DispatchMessage(&message);
+              ::DestroyWindow(m_window);
+          })
+    {
+        EXPECT_TRUE(m_open.Wait());
+    }
+    ~ForeignWindow()
+    {
+        ::PostThreadMessage(::GetWindowThreadProcessId(m_window, nullptr), WM_QUIT, 0, 0);
+        m_thread.join();
+    }
+    ForeignWindow(const ForeignWindow&) = delete;
+    ForeignWindow& operator=(const ForeignWindow&) = delete;
+
+    [[nodiscard]] HWND Window() const { return m_window; }
+    [[nodiscard]] bool IsTopmost() const
+    {
+        return (::GetWindowLongPtr(m_window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+    }
+
+private:
+    HWND m_window = nullptr;
+    NamedEvent m_open;
+    std::thread m_thread;
 };
 
 class Companion : public CompanionTest
@@ -318,6 +356,61 @@ TEST_F(Companion, OutlivesServersOfEveryKind)
     }
 }
 
+TEST_F(Companion, OutlivesAServerThatReadsNoAnswersAndDies)
+{
+    CompanionServer server({L"flood", L"5000"});
+    // Once nothing moves, both ends of the pipe are full.
+    std::thread end([&] {
+        size_t calls = 0;
+        for (int tries = 0, same = 0; same < 20 && tries < 2000; ++tries, ::Sleep(10)) {
+            const size_t now = dialog.Calls().size();
+            same = now > 300 && now == calls ? same + 1 : 0;
+            calls = now;
+        }
+        server.Stop();
+    });
+    EXPECT_EQ(Call(server), 0u);
+    end.join();
+}
+
+TEST_F(Companion, FindsItsWindowWithoutAPauseOfTheServer)
+{
+    files.WriteHistory("41\r\n32\r\n");
+    const CompanionServer server({L"say", L"?Process=1?ShowWindow=0", L"say", L"?Process=2", L"say",
+                                  L"?Process=3", L"say", L"?Process=4"});
+    std::unique_ptr<ForeignWindow> other;
+    std::unique_ptr<ForeignWindow> own;
+    dialog.onCall = [&](const std::wstring& call) {
+        if (call == L"1 of 100")
+            other = std::make_unique<ForeignWindow>(L"另一个窗口");
+        if (call == L"2 of 100")
+            own = std::make_unique<ForeignWindow>(L"导出");
+        if (call != L"3 of 100")
+            return;
+        EXPECT_TRUE(own->IsTopmost());
+        EXPECT_FALSE(::IsWindowVisible(own->Window()));
+        CRect place;
+        ::GetWindowRect(own->Window(), place);
+        EXPECT_EQ(place.TopLeft(), CPoint(41, 32));
+        EXPECT_FALSE(other->IsTopmost());
+    };
+    EXPECT_EQ(Call(server, L"?Title=导出"), 0u);
+    EXPECT_NE(own, nullptr);
+}
+
+TEST_F(Companion, EndsWithItsServerWhenTheCancelComesTooLate)
+{
+    CompanionServer server({L"say", L"?Process=1"});
+    dialog.cancelled = [&] {
+        if (!dialog.Has(L"1 of 100"))
+            return false;
+        (void)server.Transcript(); // until it has ended
+        return true;
+    };
+    EXPECT_EQ(Call(server, L"?EnableCancel=1"), 0u);
+    EXPECT_FALSE(TakeAtom(server.Pipe()));
+}
+
 TEST_F(Companion, CanBeCancelledUnderAFlood)
 {
     const CompanionServer server({L"flood", L"5000"});
@@ -419,6 +512,16 @@ TEST_F(Companion, SaysWhenThereIsNoPipe)
     EXPECT_EQ(dialog.Calls(), Texts());
 }
 
+TEST_F(Companion, SaysWhenThereIsNoDialog)
+{
+    const CompanionServer server({L"put", L"?Process=1"});
+    dialog.startResult = E_FAIL;
+    const auto answer = AnswerMessageBox(IDOK);
+    EXPECT_EQ(Call(server), 0u);
+    EXPECT_EQ(answer.Text(), L"没有得到通信管道");
+    EXPECT_EQ(dialog.Calls(), (Texts{L"animation 165", L"start 66"}));
+}
+
 TEST_F(CompanionDialog, StandsAboveAllAndShowsTheTimeUsed)
 {
     const NamedEvent seen, hidden, unseen, shown;
@@ -444,7 +547,7 @@ TEST_F(CompanionDialog, StandsAboveAllAndShowsTheTimeUsed)
 
 TEST_F(CompanionDialog, IsCancelledWithItsButton)
 {
-    const NamedEvent stalls, never;
+    const NamedEvent stalls;
     CompanionServer server({L"say", L"?Message=copying", L"set", stalls.Name(), L"stall"});
     CompanionCall call(server.Arguments(L"?EnableCancel=1"));
     const HWND window = call.Dialog();
