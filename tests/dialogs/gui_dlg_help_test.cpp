@@ -14,6 +14,19 @@ public:
     int CallHelp() { return VGuiDlg::OnHtmlHelp(); }
 };
 
+// Gone when its help is.
+class VanishingDlg : public TestDlg
+{
+public:
+    VanishingDlg() { deleteWithWindow = true; }
+
+    int OnHtmlHelp() override
+    {
+        DestroyWindow();
+        return 0;
+    }
+};
+
 class GuiDlgHelp : public GuiDlgTest
 {
 protected:
@@ -32,4 +45,13 @@ TEST_F(GuiDlgHelp, SaysThatTheHostHasNoHelp)
     EXPECT_EQ(answer.Text(), L"acedHelp失败:");
     EXPECT_EQ(answer.Caption(), L"温馨提示");
     dlg.DestroyWindow();
+}
+
+TEST_F(GuiDlgHelp, MayEndTheDialog)
+{
+    auto* const dlg = new VanishingDlg;
+    Open(*dlg);
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    EXPECT_EQ(dlg->SendMessage(WM_HELP, 0, reinterpret_cast<LPARAM>(&info)), TRUE);
 }
