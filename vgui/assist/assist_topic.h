@@ -22,5 +22,6 @@ bool AssistFileExists(const CString& path);
 std::vector<CString> ListAssistVideos(const CString& folder);
 
 // A text file's lines, each ended by "\r\n" and cut into lines of at most 2047 characters; "无" for a file
-// that is empty or cannot be read. Only the first 1 MiB of a longer file counts, up to its last line's end.
+// that is empty or cannot be read. Of a longer file only the first 1 MiB is read; the line cut there goes,
+// except in UTF-16.
 CString ReadAssistInstructions(const CString& path);
