@@ -1,8 +1,11 @@
 #include "bench/bench.h"
 
 #include <afxwin.h>
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
+#include <cstdlib>
+#include <map>
+#include <string>
 
 namespace bench
 {
@@ -10,33 +13,27 @@ namespace bench
 namespace
 {
 
-Subject* g_first = nullptr;
+constexpr double kSampleSeconds = 4e-3; // the least a sample takes, so that the clock's steps do not show
+constexpr double kRowSeconds = 2;       // when this is over, kFewestTurns are enough
+constexpr double kLongSeconds = 3;      // what takes this long is not done again
+constexpr int kTurns = 15;
+constexpr int kFewestTurns = 5;
+constexpr int kMostRepeats = 100000;
+// Below 10 a ratio is shown with two decimals, below 100 with one.
+constexpr double kOneDecimal = 10;
+constexpr double kNoDecimal = 100;
+
 CWinApp g_app;
+bool g_quick = false;
+const char* g_subject = "";
 
-} // namespace
-
-Subject::Subject(const char* name, Function run) : m_name(name), m_run(run), m_next(g_first)
+std::map<std::string_view, Subject::Function>& Subjects()
 {
-    g_first = this;
+    static std::map<std::string_view, Subject::Function> subjects;
+    return subjects;
 }
 
-bool Subject::Run(int count, const char* const* names)
-{
-    for (int i = 0; i < count; ++i) {
-        const Subject* subject = g_first;
-        while (subject != nullptr && std::strcmp(subject->m_name, names[i]) != 0)
-            subject = subject->m_next;
-        if (subject == nullptr) {
-            std::fprintf(stderr, "no such subject: %s\n", names[i]);
-            return false;
-        }
-        subject->m_run();
-    }
-    for (const Subject* subject = g_first; count == 0 && subject != nullptr; subject = subject->m_next)
-        subject->m_run();
-    return true;
-}
-
+// Seconds since some moment.
 double Now()
 {
     LARGE_INTEGER now;
@@ -46,22 +43,159 @@ double Now()
     return static_cast<double>(now.QuadPart) / static_cast<double>(perSecond.QuadPart);
 }
 
-void PrintHeading(std::string_view title, std::string_view yardstick, double yardstickSeconds)
+// Seconds that one execution of the body takes, measured over some of them.
+double Sample(const Work& work, int repeats)
 {
-    std::printf("\n%.*s\n%-34.*s %8.0f us\n", static_cast<int>(title.size()), title.data(),
-                static_cast<int>(yardstick.size()), yardstick.data(), yardstickSeconds * 1e6);
+    if (!work.prepare) {
+        const double start = Now();
+        for (int i = 0; i < repeats; ++i)
+            work.body();
+        return (Now() - start) / repeats;
+    }
+    double sum = 0;
+    for (int i = 0; i < repeats; ++i) {
+        work.prepare();
+        const double start = Now();
+        work.body();
+        sum += Now() - start;
+    }
+    return sum / repeats;
 }
 
-void PrintRow(std::string_view name, double seconds, double yardstickSeconds)
+// How often the body has to be executed for one sample.
+int Repeats(const Work& work)
 {
-    std::printf("%-34.*s %8.1f x\n", static_cast<int>(name.size()), name.data(), seconds / yardstickSeconds);
+    int repeats = 1;
+    while (repeats < kMostRepeats && Sample(work, repeats) * repeats < kSampleSeconds)
+        repeats *= 2;
+    return repeats;
+}
+
+// What a thread of the framework drops when it has nothing to do: temporary objects would pile up and slow
+// both sides down.
+void BeIdle()
+{
+    MSG message;
+    while (::PeekMessage(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessage(&message);
+    }
+    for (LONG count = 0; g_app.OnIdle(count); ++count) {
+    }
+}
+
+std::vector<double> RatiosOfTurns(const Work& ours, const Work& yardstick)
+{
+    // What is executed for the first time is slower; where it counts, this only warms up.
+    const double firstOfYardstick = Sample(yardstick, 1);
+    const double first = Sample(ours, 1);
+    if (g_quick || first + firstOfYardstick > kLongSeconds)
+        return {first / firstOfYardstick};
+    const int yardstickRepeats = Repeats(yardstick);
+    const int repeats = Repeats(ours);
+    std::vector<double> ratios;
+    const double start = Now();
+    for (int turn = 0; turn < kTurns; ++turn) {
+        if (turn >= kFewestTurns && Now() - start > kRowSeconds)
+            break;
+        BeIdle();
+        const double yardstickTime = Sample(yardstick, yardstickRepeats);
+        ratios.push_back(Sample(ours, repeats) / yardstickTime);
+    }
+    std::sort(ratios.begin(), ratios.end());
+    return ratios;
+}
+
+std::string RatioText(double ratio)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.*f", ratio < kOneDecimal ? 2 : ratio < kNoDecimal ? 1 : 0, ratio);
+    return text;
+}
+
+std::string CountText(long n, std::string_view unit)
+{
+    if (n == 0)
+        return "";
+    std::string digits = std::to_string(n);
+    for (auto place = static_cast<int>(digits.size()) - 3; place > 0; place -= 3)
+        digits.insert(static_cast<size_t>(place), 1, ',');
+    return digits + ' ' + std::string(unit);
+}
+
+void PrintHead()
+{
+    std::puts("| subject | what | with | compared with | ratio | middle half |");
+    std::puts("| --- | --- | ---: | --- | ---: | ---: |");
+}
+
+} // namespace
+
+Subject::Subject(const char* name, Function run) : m_name(name), m_run(run)
+{
+    Subjects()[m_name] = m_run;
+}
+
+bool Subject::Run(const std::vector<std::string_view>& names)
+{
+    for (const std::string_view name : names) {
+        if (Subjects().count(name) != 0)
+            continue;
+        std::fprintf(stderr, "no such subject: %.*s; there are", static_cast<int>(name.size()), name.data());
+        for (const auto& [known, run] : Subjects())
+            std::fprintf(stderr, " %s", known.data());
+        std::fputs("\n", stderr);
+        return false;
+    }
+    PrintHead();
+    for (const auto& [name, run] : Subjects()) {
+        if (!names.empty() && std::find(names.begin(), names.end(), name) == names.end())
+            continue;
+        g_subject = name.data();
+        run();
+    }
+    return true;
+}
+
+void Compare(std::string_view what, long n, std::string_view unit, const Work& ours,
+             const Yardstick& yardstick)
+{
+    const std::vector<double> ratios = RatiosOfTurns(ours, yardstick.work);
+    const size_t last = ratios.size() - 1;
+    std::printf("| %s | %.*s | %s | %.*s | %s | %s-%s |\n", g_subject, static_cast<int>(what.size()),
+                what.data(), CountText(n, unit).c_str(), static_cast<int>(yardstick.name.size()),
+                yardstick.name.data(), RatioText(ratios[last / 2]).c_str(),
+                RatioText(ratios[last / 4]).c_str(), RatioText(ratios[last - last / 4]).c_str());
+    std::fflush(stdout);
+}
+
+std::vector<int> Sizes(std::initializer_list<int> sizes)
+{
+    return {sizes.begin(), g_quick ? sizes.begin() + 1 : sizes.end()};
+}
+
+void Require(bool success, std::string_view what)
+{
+    if (success)
+        return;
+    std::printf("%s: %.*s failed\n", g_subject, static_cast<int>(what.size()), what.data());
+    std::fflush(stdout);
+    std::_Exit(1);
 }
 
 } // namespace bench
 
+// vgui_bench [--quick] [SUBJECT...]: with --quick, once and with the smallest sizes.
 int main(int argc, char* argv[])
 {
+    std::vector<std::string_view> names(argv + 1, argv + argc);
+    bench::g_quick = std::erase(names, "--quick") != 0;
     if (!AfxWinInit(::GetModuleHandle(nullptr), nullptr, ::GetCommandLine(), SW_HIDE))
         return 1;
-    return bench::Subject::Run(argc - 1, argv + 1) ? 0 : 1;
+    if (!bench::Subject::Run(names))
+        return 1;
+    // What the test of a quick run looks for: a crash may look like success under Wine.
+    if (bench::g_quick)
+        std::puts("ALL SUBJECTS MEASURED");
+    return 0;
 }

@@ -1,60 +1,59 @@
-// The frame of the benchmarks. Times differ from machine to machine; what is shown are ratios to a yardstick
-// that is measured in the same run.
+// The frame of the benchmarks. Times differ from machine to machine and from moment to moment; what is shown
+// are ratios to a yardstick that does the same work and is measured in turn with it.
 //
 // A file holds one subject and registers it:
 //
-//     const bench::Subject subject("imaging", [] { ... });
+//     const bench::Subject subject("hooks", &Run);
 #pragma once
 
+#include <functional>
+#include <initializer_list>
 #include <string_view>
+#include <vector>
 
 namespace bench
 {
 
-using Function = void (*)();
-
 class Subject
 {
 public:
-    // The name selects the subject on the command line and must last as long as the program.
+    using Function = void (*)();
+
+    // The name selects the subject on the command line, stands in its rows, and must last as long as the
+    // program.
     Subject(const char* name, Function run);
 
-    // Runs the named subjects, or all without names. False when a name is unknown.
-    static bool Run(int count, const char* const* names);
+    // Runs the named subjects, or all without names, in the order of their names. False when a name is
+    // unknown; nothing is run then.
+    static bool Run(const std::vector<std::string_view>& names);
 
 private:
     const char* m_name;
     Function m_run;
-    Subject* m_next;
 };
 
-// Seconds since some moment.
-[[nodiscard]] double Now();
+// One side of a comparison: what is timed, and what comes before each time of it and is not.
+struct Work {
+    std::function<void()> body;
+    std::function<void()> prepare = {};
+};
 
-// The least of the times, in seconds, of calls of body(), each after an untimed call of prepare().
-template <class Prepare, class Body>
-[[nodiscard]] double Fastest(Prepare prepare, Body body)
-{
-    constexpr int kRounds = 15;
-    double least = 1e9;
-    for (int round = 0; round < kRounds; ++round) {
-        prepare();
-        const double start = Now();
-        body();
-        const double time = Now() - start;
-        least = time < least ? time : least;
-    }
-    return least;
-}
+// What the yardstick of a row is, in words, and what it does.
+struct Yardstick {
+    std::string_view name;
+    Work work;
+};
 
-template <class Body>
-[[nodiscard]] double Fastest(Body body)
-{
-    return Fastest([] {}, body);
-}
+// Measures both sides turn by turn and prints the row: the median of the ratios of all turns, and the
+// span that holds the middle half of them. n: how many of what the work was done with, 0 for no such number.
+void Compare(std::string_view what, long n, std::string_view unit, const Work& ours,
+             const Yardstick& yardstick);
 
-// Prints a table's heading, and a row of it: the time of a subject in units of the yardstick's.
-void PrintHeading(std::string_view title, std::string_view yardstick, double yardstickSeconds);
-void PrintRow(std::string_view name, double seconds, double yardstickSeconds);
+// The sizes to measure with: all of them, or the first in a quick run, which shows that everything works and
+// says nothing of times.
+[[nodiscard]] std::vector<int> Sizes(std::initializer_list<int> sizes);
+
+// Ends the program with a message: a benchmark of something that failed would show a fine ratio.
+void Require(bool success, std::string_view what);
 
 } // namespace bench

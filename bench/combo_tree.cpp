@@ -3,7 +3,6 @@
 #include "vgui/composite/combo_tree.h"
 #include "bench/bench.h"
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -60,44 +59,33 @@ void Measure(CWnd& host, int count)
     StockTree stock;
     ComboTree combo;
     combo.SetHasCheckboxes(TRUE);
-    if (!stock.Open() || !combo.Create(CRect(0, 0, 100, 24), 200, 200, &host, 1))
-        return;
-    const double inserted = bench::Fastest([&] { stock.DeleteAllItems(); }, [&] { stock.Fill(paths); });
-    const double added = bench::Fastest([&] { combo.ResetContent(); },
-                                        [&] {
-                                            for (const std::wstring& path : paths)
-                                                combo.AddString(path.c_str());
-                                        });
-    const double read = bench::Fastest([&] { stock.Read(); });
-    const double found = bench::Fastest([&] {
+    bench::Require(stock.Open() && combo.Create(CRect(0, 0, 100, 24), 200, 200, &host, 1), "creating a tree");
+    const auto compare = [count](const char* what, const bench::Work& ours,
+                                 const bench::Yardstick& yardstick) {
+        bench::Compare(what, count, "paths", ours, yardstick);
+    };
+    const auto addAll = [&] {
+        for (const std::wstring& path : paths)
+            combo.AddString(path.c_str());
+    };
+    compare("every path added", {addAll, [&] { combo.ResetContent(); }},
+            {"stock tree: items inserted", {[&] { stock.Fill(paths); }, [&] { stock.DeleteAllItems(); }}});
+    const auto findAll = [&] {
         for (const std::wstring& path : paths)
             combo.FindString(path.c_str(), nullptr);
-    });
+    };
+    compare("every path found", {findAll}, {"stock tree: all labels read", {[&] { stock.Read(); }}});
+
     int state = 1;
-    const double walked = bench::Fastest([&] { stock.Walk(state = 3 - state); });
+    const bench::Yardstick walk{"stock tree: all states set", {[&] { stock.Walk(state = 3 - state); }}};
     const HTREEITEM parent = combo.FindString(L"parent", nullptr);
     BOOL check = FALSE;
-    const double pushed = bench::Fastest([&] { combo.SetCheck(parent, check = !check); });
-    const HTREEITEM first = combo.GetNextItem(parent);
-    const double oneByOne = bench::Fastest([&] { combo.SetCheck(parent, FALSE); },
-                                           [&] {
-                                               HTREEITEM item = first;
-                                               for (; item != nullptr; item = combo.GetNextItem(item))
-                                                   combo.SetCheck(item, TRUE);
-                                           });
-
-    char title[80];
-    const auto head = [&](const char* what, const char* yardstick, double seconds) {
-        std::snprintf(title, sizeof(title), "Tree combo box, %d items below one parent: %s", count, what);
-        bench::PrintHeading(title, yardstick, seconds);
+    compare("their parent checked or unchecked", {[&] { combo.SetCheck(parent, check = !check); }}, walk);
+    const auto checkEach = [&, first = combo.GetNextItem(parent)] {
+        for (HTREEITEM item = first; item != nullptr; item = combo.GetNextItem(item))
+            combo.SetCheck(item, TRUE);
     };
-    head("adding paths", "stock tree: insertions", inserted);
-    bench::PrintRow("adding every path", added, inserted);
-    head("finding paths", "stock tree: reading all labels", read);
-    bench::PrintRow("finding every path", found, read);
-    head("check boxes", "stock tree: setting all states", walked);
-    bench::PrintRow("checking the parent", pushed, walked);
-    bench::PrintRow("checking one after the other", oneByOne, walked);
+    compare("checked one after the other", {checkEach, [&] { combo.SetCheck(parent, FALSE); }}, walk);
     combo.DestroyWindow();
     stock.DestroyWindow();
 }
@@ -105,9 +93,10 @@ void Measure(CWnd& host, int count)
 void Run()
 {
     CWnd host;
-    if (!host.CreateEx(0, AfxRegisterWndClass(0), L"bench", WS_POPUP, CRect(50, 50, 400, 500), nullptr, 0))
-        return;
-    for (const int count : {10, 100, 1000, 10000})
+    bench::Require(
+        host.CreateEx(0, AfxRegisterWndClass(0), L"bench", WS_POPUP, CRect(50, 50, 400, 500), nullptr, 0),
+        "creating a window");
+    for (const int count : bench::Sizes({100, 1000, 10000}))
         Measure(host, count);
     host.DestroyWindow();
 }

@@ -1,60 +1,69 @@
-// Dithering and fading an image, against a plain copy of the same image's memory.
+// Showing an image: plainly, dithered, and a frame of a fade.
 #include "bench/bench.h"
-#include "vgui/imaging/dib.h"
-
-#include <cstring>
-#include <vector>
+#include "bench/picture.h"
 
 namespace
 {
 
-constexpr DWORD kWidth = 1024;
-constexpr DWORD kHeight = 768;
-
-void FillPicture(BYTE* rows, size_t bytes)
+// A memory DC with a bitmap of the image's size to draw on.
+class Canvas
 {
-    for (size_t i = 0; i < bytes; ++i)
-        rows[i] = static_cast<BYTE>(i / 3 % kWidth / 8 + i / (3 * kWidth) / 8 + i % 3 * 16 + i * 7 % 5);
-}
+public:
+    explicit Canvas(const CDib& dib)
+    {
+        CClientDC screen(nullptr);
+        m_dc.CreateCompatibleDC(&screen);
+        m_bitmap.CreateCompatibleBitmap(&screen, dib.GetWidth(), dib.GetHeight());
+        m_old = ::SelectObject(m_dc.m_hDC, m_bitmap.m_hObject);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    ~Canvas() { ::SelectObject(m_dc.m_hDC, m_old); }
 
-// Every frame of a fade ends with a new bitmap; what that costs is shown by itself, too.
-void RunDepth(WORD bitCount)
+    CDC* DC() { return &m_dc; }
+    // The image's memory drawn by GDI alone.
+    bench::Work Stretching(bench::PackedCopy& source)
+    {
+        return {[this, &source] {
+            const auto* const info = reinterpret_cast<const BITMAPINFO*>(source.Data());
+            const BITMAPINFOHEADER& header = info->bmiHeader;
+            const DWORD colors = header.biBitCount <= 8 ? 1U << header.biBitCount : 0;
+            ::StretchDIBits(m_dc.m_hDC, 0, 0, header.biWidth, header.biHeight, 0, 0, header.biWidth,
+                            header.biHeight, source.Data() + header.biSize + colors * sizeof(RGBQUAD), info,
+                            DIB_RGB_COLORS, SRCCOPY);
+        }};
+    }
+
+private:
+    CDC m_dc;
+    CBitmap m_bitmap;
+    HGDIOBJ m_old = nullptr;
+};
+
+void Measure(int pixels, WORD bitCount)
 {
     CDib dib;
-    dib.Create(kWidth, kHeight, 24);
-    FillPicture(dib.GetBitsPtr(), static_cast<size_t>(dib.GetWidthBytes()) * kHeight);
-    dib.ConvertFormat(bitCount);
-    const size_t bytes = ::GlobalSize(dib.GetHandle());
-    std::vector<BYTE> source(bytes);
-    std::vector<BYTE> copy(bytes);
-    const double copying = bench::Fastest([&] { std::memcpy(copy.data(), source.data(), bytes); });
-
-    char title[80];
-    wsprintfA(title, "Dither and fades, %u x %u, %u bits", kWidth, kHeight, bitCount);
-    bench::PrintHeading(title, "copying the memory", copying);
-
-    // A bitmap of one pixel: the drawing itself costs nothing.
-    CDC dc;
-    CBitmap bitmap;
-    dc.CreateCompatibleDC(nullptr);
-    bitmap.CreateBitmap(1, 1, 1, 32, nullptr);
-    CBitmap* const old = dc.SelectObject(&bitmap);
-    const CRect pixel(0, 0, 1, 1);
-    const auto row = [&](const char* name, auto body) {
-        bench::PrintRow(name, bench::Fastest(body), copying);
+    bench::MakePicture(dib, bench::PictureWidth(pixels), bench::PictureHeight(pixels), bitCount);
+    bench::PackedCopy source(dib);
+    Canvas canvas(dib);
+    CDC* const dc = canvas.DC();
+    const CRect all(0, 0, dib.GetWidth(), dib.GetHeight());
+    const bench::Yardstick stretch{"StretchDIBits from memory", canvas.Stretching(source)};
+    const auto compare = [&](const char* what, const std::function<void()>& body) {
+        bench::Compare((bitCount == 8 ? "8 bits: " : "24 bits: ") + std::string(what), pixels, "pixels",
+                       {body}, stretch);
     };
-    row("Display", [&] { dib.Display(&dc, 0, 0, SRCCOPY); });
-    row("(BuildBitmap)", [&] { dib.BuildBitmap(); });
-    row("DitherDisplay", [&] { dib.DitherDisplay(&dc, pixel, pixel, SRCCOPY); });
-    row("fade in, one frame and the black", [&] { dib.Display(20, &dc, 0, 0, 1, 0, SRCCOPY); });
-    row("fade out, one frame", [&] { dib.Clear(20, &dc, 0, 0, 1, 0); });
-    dc.SelectObject(old);
+    compare("Display", [&] { dib.Display(dc, 0, 0, SRCCOPY); });
+    compare("DitherDisplay", [&] { dib.DitherDisplay(dc, all, all, SRCCOPY); });
+    compare("fading in, one frame and the black", [&] { dib.Display(20, dc, 0, 0, 1, 0, SRCCOPY); });
+    compare("fading out, one frame", [&] { dib.Clear(20, dc, 0, 0, 1, 0); });
 }
 
 void Run()
 {
-    for (const WORD bitCount : {WORD{24}, WORD{32}, WORD{16}, WORD{8}})
-        RunDepth(bitCount);
+    for (const int pixels : bench::Sizes({10000, 100000, 1000000}))
+        Measure(pixels, 24);
+    Measure(bench::Sizes({10000, 100000}).back(), 8);
 }
 
 const bench::Subject g_subject("dib_display", &Run);

@@ -1,15 +1,14 @@
-// Image processing, against a plain copy of the same image's memory.
+// Image processing, against a plain copy of the same image's memory, or against GDI where it can do the same.
 #include "bench/bench.h"
-#include "vgui/imaging/dib.h"
+#include "bench/picture.h"
 
-#include <cstring>
-#include <vector>
+#include <array>
+#include <string>
 
 namespace
 {
 
-constexpr DWORD kWidth = 1024;
-constexpr DWORD kHeight = 768;
+constexpr int kMostPixels = 1000000;
 
 struct Operation {
     const char* name;
@@ -18,14 +17,9 @@ struct Operation {
 
 const Operation kOperations[] = {
     {"Rotate90", [](CDib& dib) { return dib.Rotate90(); }},
-    {"Rotate180", [](CDib& dib) { return dib.Rotate180(); }},
     {"Rotate270", [](CDib& dib) { return dib.Rotate270(); }},
-    {"FlipHorz", [](CDib& dib) { return dib.FlipHorz(); }},
-    {"FlipVert", [](CDib& dib) { return dib.FlipVert(); }},
-    {"ChangeImageSize to the half", [](CDib& dib) { return dib.ChangeImageSize(kWidth / 2, kHeight / 2); }},
-    {"ChangeImageSize to 4/3",
-     [](CDib& dib) { return dib.ChangeImageSize(kWidth * 4 / 3, kHeight * 4 / 3); }},
-    {"ChangeCanvasSize", [](CDib& dib) { return dib.ChangeCanvasSize(kWidth + 10, kHeight + 10, 4); }},
+    {"ChangeCanvasSize, 10 more",
+     [](CDib& dib) { return dib.ChangeCanvasSize(dib.GetWidth() + 10, dib.GetHeight() + 10, 4); }},
     {"AdjustBrightness", [](CDib& dib) { return dib.AdjustBrightness(20); }},
     {"AdjustContrast", [](CDib& dib) { return dib.AdjustContrast(20); }},
     {"AdjustColor", [](CDib& dib) { return dib.AdjustColor(10, -10, 5, 0); }},
@@ -41,45 +35,113 @@ const Operation kOperations[] = {
     {"ColorQuantize 256", [](CDib& dib) { return dib.ColorQuantize(256); }},
 };
 
-// A smooth picture with some noise, as photographs are.
-void FillPicture(BYTE* rows, size_t bytes)
+// What StretchBlt does as well.
+struct Stretch {
+    const char* name;
+    int (*run)(CDib& dib);
+    double width; // the result's size and direction, in those of the source
+    double height;
+};
+
+const Stretch kStretches[] = {
+    {"Rotate180", [](CDib& dib) { return dib.Rotate180(); }, -1, -1},
+    {"FlipHorz", [](CDib& dib) { return dib.FlipHorz(); }, -1, 1},
+    {"FlipVert", [](CDib& dib) { return dib.FlipVert(); }, 1, -1},
+    {"ChangeImageSize to the half",
+     [](CDib& dib) { return dib.ChangeImageSize(dib.GetWidth() / 2, dib.GetHeight() / 2); }, 0.5, 0.5},
+    {"ChangeImageSize to 4/3",
+     [](CDib& dib) { return dib.ChangeImageSize(dib.GetWidth() * 4 / 3, dib.GetHeight() * 4 / 3); }, 4.0 / 3,
+     4.0 / 3},
+};
+
+// The image made anew from memory each time, and then changed.
+bench::Work Changing(CDib& dib, bench::PackedCopy& source, int (*run)(CDib&))
 {
-    unsigned noise = 1;
-    for (size_t i = 0; i < bytes; ++i) {
-        noise = noise * 1664525U + 1013904223U;
-        rows[i] = static_cast<BYTE>(i / 3 % kWidth / 8 + i / (3 * kWidth) / 8 + i % 3 * 16 + (noise >> 29U));
-    }
+    return {[&dib, run] { run(dib); }, [&dib, &source] { dib.Create(source.Data()); }};
 }
 
-void RunDepth(WORD bitCount)
+// StretchBlt to a new DIB section.
+bench::Work Stretching(const CDib& picture, const Stretch& stretch)
+{
+    return {[&picture, &stretch] {
+        const auto width = static_cast<int>(picture.GetWidth() * stretch.width);
+        const auto height = static_cast<int>(picture.GetHeight() * stretch.height);
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof info.bmiHeader,
+                          std::abs(width),
+                          std::abs(height),
+                          1,
+                          picture.GetBitCount(),
+                          BI_RGB,
+                          0,
+                          0,
+                          0,
+                          0,
+                          0};
+        void* bits = nullptr;
+        const HBITMAP result = ::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        CDC from;
+        CDC to;
+        from.CreateCompatibleDC(nullptr);
+        to.CreateCompatibleDC(nullptr);
+        const HGDIOBJ oldFrom = ::SelectObject(from.m_hDC, picture.GetBitmap()->m_hObject);
+        const HGDIOBJ oldTo = ::SelectObject(to.m_hDC, result);
+        // Like the operations: mixing pixels where the picture shrinks, or interpolating where it grows.
+        to.SetStretchBltMode(HALFTONE);
+        to.StretchBlt(width < 0 ? -width - 1 : 0, height < 0 ? -height - 1 : 0, width, height, &from, 0, 0,
+                      picture.GetWidth(), picture.GetHeight(), SRCCOPY);
+        ::SelectObject(from.m_hDC, oldFrom);
+        ::SelectObject(to.m_hDC, oldTo);
+        ::DeleteObject(result);
+    }};
+}
+
+// Every operation on images of 24 bits; how the cost grows is shown by the sum of all.
+void MeasureEach()
+{
+    const int pixels = bench::Sizes({10000, kMostPixels}).back();
+    CDib picture;
+    bench::MakePicture(picture, bench::PictureWidth(pixels), bench::PictureHeight(pixels), 24);
+    bench::PackedCopy source(picture);
+    CDib dib;
+    const bench::Yardstick copy{"memory copied", source.Copying()};
+    bench::Compare("(the image made, as every operation's result is)", pixels, "pixels",
+                   {[&] { dib.Create(source.Data()); }}, copy);
+    for (const Operation& operation : kOperations)
+        bench::Compare(operation.name, pixels, "pixels", Changing(dib, source, operation.run), copy);
+    for (const Stretch& stretch : kStretches)
+        bench::Compare(stretch.name, pixels, "pixels", Changing(dib, source, stretch.run),
+                       {"StretchBlt to a new DIB section", Stretching(picture, stretch)});
+}
+
+void MeasureAll(int pixels, WORD bitCount)
 {
     CDib picture;
-    picture.Create(kWidth, kHeight, 24);
-    FillPicture(picture.GetBitsPtr(), static_cast<size_t>(picture.GetWidthBytes()) * kHeight);
-    picture.ConvertFormat(bitCount);
-    const size_t bytes = ::GlobalSize(picture.GetHandle());
-    std::vector<BYTE> source(bytes);
-    std::memcpy(source.data(), ::GlobalLock(picture.GetHandle()), bytes);
-    ::GlobalUnlock(picture.GetHandle());
-
-    std::vector<BYTE> copy(bytes);
-    const double copying = bench::Fastest([&] { std::memcpy(copy.data(), source.data(), bytes); });
-    char title[80];
-    wsprintfA(title, "Image processing, %u x %u, %u bits", kWidth, kHeight, bitCount);
-    bench::PrintHeading(title, "copying the memory", copying);
-    // What every operation ends with: a new block, palette and bitmap.
+    bench::MakePicture(picture, bench::PictureWidth(pixels), bench::PictureHeight(pixels), bitCount);
+    bench::PackedCopy source(picture);
     CDib dib;
-    bench::PrintRow("(Create from memory)", bench::Fastest([&] { dib.Create(source.data()); }), copying);
-    for (const Operation& operation : kOperations) {
-        const double time = bench::Fastest([&] { dib.Create(source.data()); }, [&] { operation.run(dib); });
-        bench::PrintRow(operation.name, time, copying);
-    }
+    const auto runAll = [&] {
+        for (const Operation& operation : kOperations) {
+            dib.Create(source.Data());
+            operation.run(dib);
+        }
+    };
+    const bench::Work copy = source.Copying();
+    const auto copyAll = [&] {
+        for (size_t i = 0; i < std::size(kOperations); ++i)
+            copy.body();
+    };
+    bench::Compare("16 operations at " + std::to_string(bitCount) + " bits", pixels, "pixels", {runAll},
+                   {"memory copied 16 times", {copyAll}});
 }
 
 void Run()
 {
-    for (const WORD bitCount : {WORD{24}, WORD{32}, WORD{16}, WORD{8}, WORD{1}})
-        RunDepth(bitCount);
+    MeasureEach();
+    for (const int pixels : bench::Sizes({10000, 100000, kMostPixels}))
+        MeasureAll(pixels, 24);
+    for (const WORD bitCount : {WORD{32}, WORD{16}, WORD{8}, WORD{1}})
+        MeasureAll(bench::Sizes({10000, 100000}).back(), bitCount);
 }
 
 const bench::Subject g_subject("imaging", &Run);

@@ -6,11 +6,11 @@
 #include <afxcmn.h>
 #include <afxwin.h>
 #include <memory>
+#include <string>
 
 namespace
 {
 
-constexpr int kRows = 10000;
 constexpr int kScrolls = 300;
 constexpr int kEdits = 100;
 constexpr int kEditStride = 97; // from one edited row to the next
@@ -117,65 +117,78 @@ public:
     void Edit(int row) { StartEdit(row, 0); }
 };
 
-struct Times {
-    double open, scroll, edit;
+// A list with rows, opened anew for each measurement of the opening.
+template <class List>
+class Bed
+{
+public:
+    Bed(CWnd& parent, int rows) : m_parent(parent), m_rows(rows) { Fill(); }
+    Bed(const Bed&) = delete;
+    Bed& operator=(const Bed&) = delete;
+    ~Bed() { m_list->DestroyWindow(); }
+
+    bench::Work Opening()
+    {
+        return {[this] { Fill(); }, [this] { m_list->DestroyWindow(); }};
+    }
+    bench::Work Scrolling()
+    {
+        return {[this] {
+            for (int i = 0; i < kScrolls; ++i) {
+                m_list->SendMessage(WM_VSCROLL, i < kScrolls / 2 ? SB_LINEDOWN : SB_PAGEDOWN);
+                m_list->UpdateWindow();
+            }
+            m_list->SendMessage(WM_VSCROLL, SB_TOP);
+        }};
+    }
+    bench::Work Editing()
+    {
+        return {[this] {
+            for (int i = 0; i < kEdits; ++i) {
+                m_list->Edit(i * kEditStride % m_rows);
+                m_list->UpdateWindow();
+            }
+        }};
+    }
+
+private:
+    void Fill()
+    {
+        m_list = std::make_unique<List>();
+        bench::Require(m_list->Open(m_parent), "creating a list");
+        for (int row = 0; row < m_rows; ++row)
+            m_list->AddRow(row);
+        m_list->UpdateWindow();
+    }
+
+    CWnd& m_parent;
+    int m_rows;
+    std::unique_ptr<List> m_list;
 };
 
-template <class List>
-Times Measure(CWnd& parent)
+template <class Stock, class Ours>
+void Measure(CWnd& parent, int rows, const std::string& name, std::string_view yardstick)
 {
-    std::unique_ptr<List> list;
-    const auto create = [&] {
-        list.reset();
-        list = std::make_unique<List>();
-        list->Open(parent);
-    };
-    Times times{};
-    times.open = bench::Fastest(create, [&] {
-        for (int row = 0; row < kRows; ++row)
-            list->AddRow(row);
-        list->UpdateWindow();
-    });
-    times.scroll = bench::Fastest([&] {
-        for (int i = 0; i < kScrolls; ++i) {
-            list->SendMessage(WM_VSCROLL, i < kScrolls / 2 ? SB_LINEDOWN : SB_PAGEDOWN);
-            list->UpdateWindow();
-        }
-        list->SendMessage(WM_VSCROLL, SB_TOP);
-    });
-    times.edit = bench::Fastest([&] {
-        for (int i = 0; i < kEdits; ++i) {
-            list->Edit(i * kEditStride % kRows);
-            list->UpdateWindow();
-        }
-    });
-    list->DestroyWindow();
-    return times;
-}
-
-void Print(const char* title, const Times& stock, const Times& ours)
-{
-    char heading[80];
-    wsprintfA(heading, "%s, %d rows: opening", title, kRows);
-    bench::PrintHeading(heading, "the stock control", stock.open);
-    bench::PrintRow("ours", ours.open, stock.open);
-    wsprintfA(heading, "%s: %d steps of scrolling", title, kScrolls);
-    bench::PrintHeading(heading, "the stock control", stock.scroll);
-    bench::PrintRow("ours", ours.scroll, stock.scroll);
-    wsprintfA(heading, "%s: %d times editing another row", title, kEdits);
-    bench::PrintHeading(heading, "the stock control", stock.edit);
-    bench::PrintRow("ours", ours.edit, stock.edit);
+    Bed<Stock> stock(parent, rows);
+    Bed<Ours> ours(parent, rows);
+    bench::Compare(name + ", opened", rows, "rows", ours.Opening(), {yardstick, stock.Opening()});
+    bench::Compare(name + ", 300 steps of scrolling", rows, "rows", ours.Scrolling(),
+                   {yardstick, stock.Scrolling()});
+    bench::Compare(name + ", 100 rows edited in turn", rows, "rows", ours.Editing(),
+                   {yardstick, stock.Editing()});
 }
 
 void Run()
 {
     CWnd parent;
-    if (!parent.CreateEx(0, AfxRegisterWndClass(0), L"bench", WS_POPUP | WS_VISIBLE, CRect(50, 50, 400, 500),
-                         nullptr, 0))
-        return;
+    bench::Require(parent.CreateEx(0, AfxRegisterWndClass(0), L"bench", WS_POPUP | WS_VISIBLE,
+                                   CRect(50, 50, 700, 500), nullptr, 0),
+                   "creating a window");
     parent.SetForegroundWindow();
-    Print("Property list", Measure<StockList>(parent), Measure<OurList>(parent));
-    Print("Property grid", Measure<StockGrid>(parent), Measure<OurGrid>(parent));
+    for (const int rows : bench::Sizes({100, 1000, 10000})) {
+        Measure<StockList, OurList>(parent, rows, "VPropertyList", "owner-drawn list box of two cells a row");
+        Measure<StockGrid, OurGrid>(parent, rows, "VPropertyGrid", "list control and its label editor");
+    }
     parent.DestroyWindow();
 }
 

@@ -44,7 +44,8 @@ exit_on_signals() {
     trap 'exit 129' HUP
 }
 
-configure_and_build() { # TARGET...: beside all that is built anyway
+# configure_and_build [TARGET...]: all that is built by default unless targets are named.
+configure_and_build() {
     say "configuring $build"
     mkdir -p "$build"
     run_child cmake --preset mingw -S "$root" -B "$build" ${VGUI_WERROR:+-DVGUI_WERROR="$VGUI_WERROR"} \
@@ -53,5 +54,5 @@ configure_and_build() { # TARGET...: beside all that is built anyway
         die "the build could not be configured"
     }
     say "building"
-    run_child cmake --build "$build" --target all "$@" || die "the build failed"
+    run_child cmake --build "$build" ${1:+--target "$@"} || die "the build failed"
 }

@@ -1,0 +1,62 @@
+// A picture to measure image operations with.
+#pragma once
+
+#include "bench/bench.h"
+#include "vgui/imaging/dib.h"
+
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace bench
+{
+
+// A smooth picture with some noise, as photographs are.
+inline void MakePicture(CDib& dib, int width, int height, WORD bitCount)
+{
+    Require(dib.Create(static_cast<DWORD>(width), static_cast<DWORD>(height), 24), "creating a picture");
+    const size_t pitch = static_cast<size_t>(dib.GetWidthBytes());
+    BYTE* const rows = dib.GetBitsPtr();
+    unsigned noise = 1;
+    for (size_t i = 0; i < pitch * static_cast<size_t>(height); ++i) {
+        noise = noise * 1664525U + 1013904223U;
+        rows[i] = static_cast<BYTE>(i % pitch / 24 + i / pitch / 8 + i % 3 * 16 + (noise >> 29U));
+    }
+    Require(dib.ConvertFormat(bitCount), "converting a picture");
+}
+
+// The packed DIB of an image, and room for a copy.
+class PackedCopy
+{
+public:
+    explicit PackedCopy(const CDib& dib) : m_source(::GlobalSize(dib.GetHandle())), m_copy(m_source.size())
+    {
+        std::memcpy(m_source.data(), ::GlobalLock(dib.GetHandle()), m_source.size());
+        ::GlobalUnlock(dib.GetHandle());
+    }
+
+    BYTE* Data() { return m_source.data(); }
+    const std::vector<BYTE>& Bytes() const { return m_source; }
+    // Copies the image's memory.
+    Work Copying()
+    {
+        return {[this] { std::memcpy(m_copy.data(), m_source.data(), m_source.size()); }};
+    }
+
+private:
+    std::vector<BYTE> m_source;
+    std::vector<BYTE> m_copy;
+};
+
+// A picture of about so many pixels is this wide, and three quarters of it high.
+inline int PictureWidth(int pixels)
+{
+    return static_cast<int>(std::lround(std::sqrt(pixels * 4.0 / 3)));
+}
+
+inline int PictureHeight(int pixels)
+{
+    return PictureWidth(pixels) * 3 / 4;
+}
+
+} // namespace bench
