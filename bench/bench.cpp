@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr double kSampleSeconds = 4e-4; // the least a sample takes, so that the clock's steps do not show
-constexpr double kRowSeconds = 2.5;     // what a row takes unless it is slow
+constexpr double kRowSeconds = 1.2;     // what a row takes unless it is slow
 constexpr double kLongSeconds = 3;      // what takes this long is not done again
 constexpr int kRounds = 11;
 constexpr int kFewestRounds = 5;
@@ -26,6 +26,7 @@ constexpr double kNoDecimal = 100;
 
 CWinApp g_app;
 bool g_quick = false;
+std::string_view g_row; // a part of the text of the rows to measure
 const char* g_subject = "";
 
 std::map<std::string_view, Subject::Function>& Subjects()
@@ -169,6 +170,8 @@ bool Subject::Run(const std::vector<std::string_view>& names)
 void Compare(std::string_view what, long n, std::string_view unit, const Work& ours,
              const Yardstick& yardstick)
 {
+    if (what.find(g_row) == std::string_view::npos)
+        return;
     const std::vector<double> ratios = RatiosOfRounds(ours, yardstick.work);
     const size_t last = ratios.size() - 1;
     std::printf("| %s | %.*s | %s | %.*s | %s | %s-%s |\n", g_subject, static_cast<int>(what.size()),
@@ -192,13 +195,29 @@ void Require(bool success, std::string_view what)
     std::_Exit(1);
 }
 
+// Takes an option off the names, with its value if it has one.
+bool TakeOption(std::vector<std::string_view>& names, std::string_view option, std::string_view& value)
+{
+    const auto found = std::find_if(names.begin(), names.end(), [option](std::string_view name) {
+        return name.substr(0, option.size()) == option;
+    });
+    if (found == names.end())
+        return false;
+    value = found->substr(option.size());
+    names.erase(found);
+    return true;
+}
+
 } // namespace bench
 
-// vgui_bench [--quick] [SUBJECT...]: with --quick, once and with the smallest sizes.
+// vgui_bench [--quick] [--row=TEXT] [SUBJECT...]: with --quick, once and with the smallest sizes; with --row,
+// only rows whose second column has the text in it.
 int main(int argc, char* argv[])
 {
     std::vector<std::string_view> names(argv + 1, argv + argc);
-    bench::g_quick = std::erase(names, "--quick") != 0;
+    std::string_view none;
+    bench::g_quick = bench::TakeOption(names, "--quick", none);
+    bench::TakeOption(names, "--row=", bench::g_row);
     if (!AfxWinInit(::GetModuleHandle(nullptr), nullptr, ::GetCommandLine(), SW_HIDE))
         return 1;
     if (!bench::Subject::Run(names))

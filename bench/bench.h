@@ -45,7 +45,8 @@ struct Yardstick {
 };
 
 // Measures both sides in turn, in several rounds, and prints the row: the median of the rounds' ratios, and
-// the span that holds the middle half of them. n: how many of what the work was done with, 0 for no such number.
+// the span that holds the middle half of them. n: how many of what the work was done with, 0 for no such
+// number.
 void Compare(std::string_view what, long n, std::string_view unit, const Work& ours,
              const Yardstick& yardstick);
 

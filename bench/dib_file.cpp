@@ -32,19 +32,26 @@ void MeasureFiles(int pixels)
     CDib dib;
     bench::MakePicture(dib, bench::PictureWidth(pixels), bench::PictureHeight(pixels), 24);
     const bench::PackedCopy packed(dib);
-    std::vector<BYTE> bytes = packed.Bytes();
+    const std::vector<BYTE>& bytes = packed.Bytes();
     const TempFile ours;
     const TempFile plain;
     const auto length = static_cast<UINT>(bytes.size());
     const auto write = [&] {
         CFile(plain.Name(), CFile::modeCreate | CFile::modeWrite).Write(bytes.data(), length);
     };
-    const auto read = [&] { CFile(plain.Name(), CFile::modeRead).Read(bytes.data(), length); };
+    const auto read = [&] {
+        const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, length);
+        CFile(plain.Name(), CFile::modeRead).Read(::GlobalLock(block), length);
+        ::GlobalUnlock(block);
+        ::GlobalFree(block);
+    };
+    bench::Require(dib.Save(ours.Name()) != FALSE, "saving a picture");
+    write();
     bench::Compare("Save", pixels, "pixels", {[&] { dib.Save(ours.Name()); }},
                    {"as many bytes written to a file", {write}});
     CDib loaded;
     bench::Compare("Load", pixels, "pixels", {[&] { loaded.Load(ours.Name()); }},
-                   {"as many bytes read from a file", {read}});
+                   {"as many bytes read into a new block", {read}});
     bench::Require(loaded.GetWidth() == dib.GetWidth(), "loading the picture that was saved");
 }
 

@@ -25,27 +25,31 @@ inline void MakePicture(CDib& dib, int width, int height, WORD bitCount)
     Require(dib.ConvertFormat(bitCount), "converting a picture");
 }
 
-// The packed DIB of an image, and room for a copy.
+// The packed DIB of an image in plain memory.
 class PackedCopy
 {
 public:
-    explicit PackedCopy(const CDib& dib) : m_source(::GlobalSize(dib.GetHandle())), m_copy(m_source.size())
+    explicit PackedCopy(const CDib& dib) : m_bytes(::GlobalSize(dib.GetHandle()))
     {
-        std::memcpy(m_source.data(), ::GlobalLock(dib.GetHandle()), m_source.size());
+        std::memcpy(m_bytes.data(), ::GlobalLock(dib.GetHandle()), m_bytes.size());
         ::GlobalUnlock(dib.GetHandle());
     }
 
-    BYTE* Data() { return m_source.data(); }
-    const std::vector<BYTE>& Bytes() const { return m_source; }
-    // Copies the image's memory.
-    Work Copying()
+    BYTE* Data() { return m_bytes.data(); }
+    const std::vector<BYTE>& Bytes() const { return m_bytes; }
+    // Copies the image's memory to a new block, which is the least that an operation needs for its result.
+    Work Copying() const
     {
-        return {[this] { std::memcpy(m_copy.data(), m_source.data(), m_source.size()); }};
+        return {[this] {
+            const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, m_bytes.size());
+            std::memcpy(::GlobalLock(block), m_bytes.data(), m_bytes.size());
+            ::GlobalUnlock(block);
+            ::GlobalFree(block);
+        }};
     }
 
 private:
-    std::vector<BYTE> m_source;
-    std::vector<BYTE> m_copy;
+    std::vector<BYTE> m_bytes;
 };
 
 // A picture of about so many pixels is this wide, and three quarters of it high.

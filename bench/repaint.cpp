@@ -231,19 +231,21 @@ void MeasureControl(bench::DialogPair& dialogs, const ControlRow& row)
     ours->DestroyWindow();
 }
 
-// Both show a picture of the size of their client area.
+// Both show the picture pixel by pixel, without stretching it.
 void MeasurePicture(bench::DialogPair& dialogs)
 {
+    constexpr DWORD kSize = 160; // pixels
     CDib dib;
-    dib.Create(static_cast<DWORD>(kLargePlace.Width()), static_cast<DWORD>(kLargePlace.Height()), 24);
+    dib.Create(kSize, kSize, 24);
     VBmpStatic ours;
     bench::Require(ours.SubclassWindow(NewStock(dialogs.ours, kLargePlace, L"Static", 0)) &&
                        ours.SetDib(&dib),
                    "showing a picture");
-    const HWND stock = NewStock(dialogs.stock, kLargePlace, L"Static", SS_BITMAP);
+    ours.SetScaling(VBmpStatic::Scaling::Actual);
+    const HWND stock = NewStock(dialogs.stock, kLargePlace, L"Static", SS_BITMAP | SS_CENTERIMAGE);
     ::SendMessageW(stock, STM_SETIMAGE, IMAGE_BITMAP,
                    reinterpret_cast<LPARAM>(dib.GetBitmap()->GetSafeHandle()));
-    bench::Compare("VBmpStatic, 200 x 200 pixels", 0, "", Repainting(ours.m_hWnd),
+    bench::Compare("VBmpStatic, 160 x 160 pixels", 0, "", Repainting(ours.m_hWnd),
                    {"static with a bitmap", Repainting(stock)});
     ours.DestroyWindow();
     ::DestroyWindow(stock);
