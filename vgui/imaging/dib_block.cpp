@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace
 {
@@ -407,6 +408,17 @@ VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length)
     if (incoming->isTopDown)
         TurnOver(VLockedDib(block.Get()));
     return block;
+}
+
+VOwnedGlobal TakePackedDib(VOwnedGlobal block, size_t length)
+{
+    const BYTE* const memory = block ? static_cast<const BYTE*>(::GlobalLock(block.Get())) : nullptr;
+    if (memory == nullptr)
+        return {};
+    const bool isExact = PackedDibBytes(memory) == length;
+    VOwnedGlobal copy = isExact ? VOwnedGlobal() : CopyPackedDib(memory, length);
+    ::GlobalUnlock(block.Get());
+    return isExact && AcceptDib(block.Get()) ? std::move(block) : std::move(copy);
 }
 
 bool AcceptDib(HGLOBAL hDib)

@@ -128,6 +128,9 @@ size_t PackedDibBytes(const BYTE* memory);
 // A copy of the packed DIB in so many bytes of memory. A top-down image is turned over, and a biSizeImage
 // that cannot be true is put right. Empty when the header makes no sense or the image is not all there.
 VOwnedGlobal CopyPackedDib(const BYTE* memory, size_t length);
+// The same without a copy where the block holds nothing else: the DIB is in the first bytes of the block, so
+// many of them, at least a header's 40.
+VOwnedGlobal TakePackedDib(VOwnedGlobal block, size_t length);
 // Whether a global block holds a packed DIB. A top-down image is then turned over in its place, and a
 // biSizeImage that cannot be true is put right.
 bool AcceptDib(HGLOBAL hDib);

@@ -33,27 +33,28 @@ struct FileDib {
 // Reads so many bytes. The block is empty when the file is short or has another header than the usual one.
 FileDib ReadFileDib(CFile& file, ULONGLONG fileBytes)
 {
-    // A 32-bit file that states no colours lacks the entry that it is taken to have. Its pixels begin in the
-    // entry's place, and zeroes make up for what is then missing at the end.
-    constexpr size_t kLackingBytes = sizeof(RGBQUAD);
     if (fileBytes < kInfoHeaderBytes || fileBytes > kMaxDibImageBytes)
         return {};
-    const auto length = static_cast<size_t>(fileBytes);
-    FileDib dib = {NewGlobalBlock(length + kLackingBytes), length};
+    BITMAPINFOHEADER header;
+    if (file.Read(&header, sizeof header) != sizeof header || header.biSize != kInfoHeaderBytes)
+        return {};
+    auto length = static_cast<size_t>(fileBytes);
+    const auto rest = static_cast<UINT>(length - kInfoHeaderBytes);
+    if (header.biClrUsed == 0) {
+        header.biClrUsed = ImpliedColors(header.biBitCount);
+        // A 32-bit file that states no colours lacks the entry that it is taken to have. Its pixels begin in
+        // the entry's place, and zeroes make up for what is then missing at the end.
+        if (header.biBitCount == 32)
+            length += sizeof(RGBQUAD);
+    }
+    FileDib dib = {NewGlobalBlock(length), length};
     BYTE* const memory = dib.block ? static_cast<BYTE*>(::GlobalLock(dib.block.Get())) : nullptr;
     if (memory == nullptr)
         return {};
-    const bool isRead = file.Read(memory, static_cast<UINT>(length)) == length;
-    BITMAPINFOHEADER header;
-    std::memcpy(&header, memory, sizeof header);
-    if (header.biClrUsed == 0) {
-        header.biClrUsed = ImpliedColors(header.biBitCount);
-        std::memcpy(memory, &header, sizeof header);
-        if (header.biBitCount == 32)
-            dib.length += kLackingBytes;
-    }
+    std::memcpy(memory, &header, sizeof header);
+    const bool isRead = file.Read(memory + sizeof header, rest) == rest;
     ::GlobalUnlock(dib.block.Get());
-    return isRead && header.biSize == kInfoHeaderBytes ? std::move(dib) : FileDib();
+    return isRead ? std::move(dib) : FileDib();
 }
 
 // Reads from the file's position to a place in it, or to its end if that comes first.
@@ -116,12 +117,7 @@ int CDib::ReadUpTo(CFile& file, ULONGLONG end)
         return FALSE;
     }
     END_CATCH_ALL
-    const void* const memory = dib.block ? ::GlobalLock(dib.block.Get()) : nullptr;
-    if (memory == nullptr)
-        return FALSE;
-    const int result = CreateFromMemory(static_cast<const BYTE*>(memory), dib.length);
-    ::GlobalUnlock(dib.block.Get());
-    return result;
+    return ReplaceDib(TakePackedDib(std::move(dib.block), dib.length).Release());
 }
 
 int CDib::Write(CFile* pFile) const
