@@ -122,6 +122,11 @@ void VTreeCtrl::OnCustomDraw(NMHDR* pNMHDR, LRESULT* pResult)
         *pResult = CDRF_NOTIFYITEMDRAW;
         break;
     case CDDS_ITEMPREPAINT:
+        // Not every version of the control leaves out what does not need painting.
+        if (!::RectVisible(draw.nmcd.hdc, &draw.nmcd.rc)) {
+            *pResult = CDRF_SKIPDEFAULT;
+            break;
+        }
         ChooseColors(draw);
         if (item == m_hHot && IsWindowEnabled())
             *pResult = CDRF_NOTIFYPOSTPAINT;
