@@ -15,12 +15,13 @@ namespace
 
 constexpr double kSampleSeconds = 4e-4; // the least a sample takes, so that the clock's steps do not show
 constexpr double kRowSeconds = 1.2;     // what a row takes unless it is slow
-constexpr double kLongSeconds = 3;      // what takes this long is not done again
+constexpr double kLongSeconds = 2;      // what takes this long is not done again
 constexpr int kRounds = 11;
 constexpr int kFewestRounds = 5;
 constexpr int kMostTurns = 20;
 constexpr int kMostRepeats = 100000;
-// Below 10 a ratio is shown with two decimals, below 100 with one.
+// Ratios are shown with three decimals below 0.1, two below 10, one below 100.
+constexpr double kTwoDecimals = 0.1;
 constexpr double kOneDecimal = 10;
 constexpr double kNoDecimal = 100;
 
@@ -64,13 +65,22 @@ double Sample(const Work& work, int repeats)
     return sum / repeats;
 }
 
-// How often the body has to be executed for one sample.
-int Repeats(const Work& work)
+// How often a body that takes so long has to be executed for a sample of some length.
+int RepeatsFor(double sampleSeconds, double seconds)
+{
+    return static_cast<int>(std::clamp<double>(sampleSeconds / seconds, 1, kMostRepeats));
+}
+
+// Seconds that one execution takes, measured until it is long enough to be told.
+double Estimate(const Work& work)
 {
     int repeats = 1;
-    while (repeats < kMostRepeats && Sample(work, repeats) * repeats < kSampleSeconds)
+    double seconds = Sample(work, repeats);
+    while (repeats < kMostRepeats && seconds * repeats < kSampleSeconds) {
         repeats *= 2;
-    return repeats;
+        seconds = Sample(work, repeats);
+    }
+    return seconds;
 }
 
 // What a thread of the framework drops when it has nothing to do: temporary objects would pile up and slow
@@ -87,16 +97,22 @@ void BeIdle()
 }
 
 // The ratios of all rounds, sorted. In a round the two sides take turns, and the fastest sample of each
-// counts: on a busy machine it is one that was not interrupted.
+// counts: on a busy machine it is the one that was interrupted least. Samples of both sides are equally long,
+// since long ones are interrupted more.
 std::vector<double> RatiosOfRounds(const Work& ours, const Work& yardstick)
 {
     // What is executed for the first time is slower; where it counts, this only warms up.
     const double firstOfYardstick = Sample(yardstick, 1);
     const double first = Sample(ours, 1);
-    if (g_quick || first + firstOfYardstick > kLongSeconds)
+    if (g_quick || firstOfYardstick > kLongSeconds)
         return {first / firstOfYardstick};
-    const int yardstickRepeats = Repeats(yardstick);
-    const int repeats = Repeats(ours);
+    const double estimateOfYardstick = Estimate(yardstick);
+    const double estimate = first > kLongSeconds ? first : Estimate(ours);
+    const double length = std::max({kSampleSeconds, estimate, estimateOfYardstick});
+    const int yardstickRepeats = RepeatsFor(length, estimateOfYardstick);
+    const int repeats = RepeatsFor(length, estimate);
+    if (first > kLongSeconds)
+        return {first / Sample(yardstick, yardstickRepeats)};
     std::vector<double> ratios;
     const double start = Now();
     for (int round = 0; round < kRounds; ++round) {
@@ -118,8 +134,9 @@ std::vector<double> RatiosOfRounds(const Work& ours, const Work& yardstick)
 
 std::string RatioText(double ratio)
 {
+    const int decimals = ratio < kTwoDecimals ? 3 : ratio < kOneDecimal ? 2 : ratio < kNoDecimal ? 1 : 0;
     char text[32];
-    std::snprintf(text, sizeof text, "%.*f", ratio < kOneDecimal ? 2 : ratio < kNoDecimal ? 1 : 0, ratio);
+    std::snprintf(text, sizeof text, "%.*f", decimals, ratio);
     return text;
 }
 
