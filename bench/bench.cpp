@@ -156,11 +156,24 @@ void PrintHead()
     std::puts("| --- | --- | ---: | --- | ---: | ---: |");
 }
 
+// Takes an option off the names, with its value if it has one.
+bool TakeOption(std::vector<std::string_view>& names, std::string_view option, std::string_view& value)
+{
+    const auto found = std::find_if(names.begin(), names.end(), [option](std::string_view name) {
+        return name.substr(0, option.size()) == option;
+    });
+    if (found == names.end())
+        return false;
+    value = found->substr(option.size());
+    names.erase(found);
+    return true;
+}
+
 } // namespace
 
-Subject::Subject(const char* name, Function run) : m_name(name), m_run(run)
+Subject::Subject(const char* name, Function run)
 {
-    Subjects()[m_name] = m_run;
+    Subjects()[name] = run;
 }
 
 bool Subject::Run(const std::vector<std::string_view>& names)
@@ -210,19 +223,6 @@ void Require(bool success, std::string_view what)
     std::printf("%s: %.*s failed\n", g_subject, static_cast<int>(what.size()), what.data());
     std::fflush(stdout);
     std::_Exit(1);
-}
-
-// Takes an option off the names, with its value if it has one.
-bool TakeOption(std::vector<std::string_view>& names, std::string_view option, std::string_view& value)
-{
-    const auto found = std::find_if(names.begin(), names.end(), [option](std::string_view name) {
-        return name.substr(0, option.size()) == option;
-    });
-    if (found == names.end())
-        return false;
-    value = found->substr(option.size());
-    names.erase(found);
-    return true;
 }
 
 } // namespace bench

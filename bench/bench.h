@@ -26,10 +26,6 @@ public:
     // Runs the named subjects, or all without names, in the order of their names. False when a name is
     // unknown; nothing is run then.
     static bool Run(const std::vector<std::string_view>& names);
-
-private:
-    const char* m_name;
-    Function m_run;
 };
 
 // One side of a comparison: what is timed, and what comes before each time of it and is not.
