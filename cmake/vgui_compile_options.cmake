@@ -30,6 +30,13 @@ set(cxx_options
 if(VGUI_WERROR)
   list(APPEND cxx_options -Werror)
 endif()
+if(VGUI_TRAP_UNDEFINED)
+  # Traps need no run-time library, which there is none of for this target.
+  list(APPEND cxx_options
+    -fsanitize=undefined,float-cast-overflow -fsanitize-undefined-trap-on-error
+    # The checks confuse the analysis behind these warnings.
+    -Wno-maybe-uninitialized -Wno-array-bounds -Wno-stringop-overflow)
+endif()
 if(VGUI_RUNTIME_CHECKS)
   # The checks of _FORTIFY_SOURCE need the optimiser.
   list(APPEND cxx_options -Og)

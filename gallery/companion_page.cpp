@@ -3,6 +3,7 @@
 #include "gallery/pages.h"
 #include "gallery/resource.h"
 
+#include <shlwapi.h>
 #include <thread>
 
 namespace
@@ -23,6 +24,10 @@ public:
         m_pipe.Format(L"\\\\.\\pipe\\vgui-gallery-%lu-%llu", ::GetCurrentProcessId(), ::GetTickCount64());
         wchar_t program[MAX_PATH];
         ::GetModuleFileNameW(nullptr, program, MAX_PATH);
+        // By its name: these pages may be shown by another program of the same folder.
+        ::PathRemoveFileSpecW(program);
+        if (!::PathAppendW(program, L"gallery.exe"))
+            return false;
         CString command;
         command.Format(L"\"%s\" --companion-server %s", program, m_pipe.GetString());
         STARTUPINFOW startup{};

@@ -1,9 +1,12 @@
-# What the scripts share; sourced by them. Sets `root` (the clone) and `build` (the build folder).
+# What the scripts share; sourced by them. Sets `root` (the clone), `preset` and `build` (the build folder).
+# VGUI_PRESET chooses a preset of CMakePresets.json, VGUI_BUILD_DIR another folder than the preset's own.
 # shellcheck shell=bash
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd -P)
-build=${VGUI_BUILD_DIR:-$root/build}
+preset=${VGUI_PRESET:-mingw}
+build=$root/build${preset#mingw}
+build=${VGUI_BUILD_DIR:-$build}
 [[ $build == /* ]] || build=$PWD/$build
 
 say() { printf '== %s\n' "$*"; }
@@ -48,7 +51,7 @@ exit_on_signals() {
 configure_and_build() {
     say "configuring $build"
     mkdir -p "$build"
-    run_child cmake --preset mingw -S "$root" -B "$build" ${VGUI_WERROR:+-DVGUI_WERROR="$VGUI_WERROR"} \
+    run_child cmake --preset "$preset" -S "$root" -B "$build" ${VGUI_WERROR:+-DVGUI_WERROR="$VGUI_WERROR"} \
         >"$build/configure.log" 2>&1 || {
         cat "$build/configure.log" >&2
         die "the build could not be configured"

@@ -17,6 +17,7 @@ constexpr UINT kCrashExitCode = 99;
 constexpr int kMostFrames = 40;
 
 char g_note[160];
+void (*g_writeMore)() = nullptr;
 
 // Straight to the handle: the C library's buffers cannot be trusted any more.
 void Write(const char* text, int length)
@@ -80,6 +81,8 @@ void WriteBacktrace(CONTEXT context)
 
 [[noreturn]] void EndProcess()
 {
+    if (g_writeMore != nullptr)
+        g_writeMore();
     ::TerminateProcess(::GetCurrentProcess(), kCrashExitCode);
     std::abort();
 }
@@ -108,6 +111,25 @@ void ReportHere(const char* what)
 }
 
 } // namespace
+
+void SetCrashWriter(void (*write)())
+{
+    g_writeMore = write;
+}
+
+void ReportHang(DWORD threadId)
+{
+    constexpr char kLine[] = "CRASH: a thread hangs\n";
+    Write(kLine, sizeof kLine - 1);
+    const HANDLE thread =
+        ::OpenThread(THREAD_SUSPEND_RESUME | THREAD_GET_CONTEXT | THREAD_QUERY_INFORMATION, FALSE, threadId);
+    CONTEXT context{};
+    context.ContextFlags = CONTEXT_FULL;
+    if (::SuspendThread(thread) != static_cast<DWORD>(-1) && ::GetThreadContext(thread, &context))
+        WriteBacktrace(context);
+    ::ResumeThread(thread); // it may hold a lock that the writer needs
+    EndProcess();
+}
 
 void InstallCrashReport()
 {

@@ -120,48 +120,56 @@ INPUT KeyInput(UINT key, bool down)
     return record;
 }
 
-struct InputFeeder::State {
-    std::vector<INPUT> records;
-    DWORD timeoutMs = 0;
-    HWND probe = nullptr;
-    std::atomic<bool> done = false;
-    std::atomic<size_t> processed = 0;
-    std::thread thread;
+FedThread::FedThread() : m_probe(CreateProbe()) {}
 
-    void Run();
-    bool Feed(INPUT& record) const;
-    void TakeBack();
-};
-
-void InputFeeder::State::Run()
+FedThread::~FedThread()
 {
-    for (INPUT& record : records) {
-        if (!Feed(record)) {
-            TakeBack();
-            break;
-        }
-        ++processed;
-    }
-    done = true;
+    ::DestroyWindow(m_probe);
 }
 
-// True when the fed thread has processed the record.
-bool InputFeeder::State::Feed(INPUT& record) const
+bool FedThread::Feed(INPUT record, DWORD timeoutMs) const
+{
+    return ::SendInput(1, &record, sizeof record) == 1 && IsIdle(timeoutMs);
+}
+
+bool FedThread::IsIdle(DWORD timeoutMs) const
 {
     const Deadline deadline(timeoutMs);
-    if (::SendInput(1, &record, sizeof record) != 1)
-        return false;
     // An answer "nothing waits" comes when the fed thread looks for messages after it took the record out
     // of its queue, so the record's message has been handled, or a nested loop is running by now.
     while (!deadline.Passed()) {
         DWORD_PTR waiting = TRUE;
-        if (!::SendMessageTimeout(probe, kIsInputWaiting, 0, 0, SMTO_NORMAL, deadline.Left(), &waiting))
+        if (!::SendMessageTimeout(m_probe, kIsInputWaiting, 0, 0, SMTO_NORMAL, deadline.Left(), &waiting))
             return false;
         if (!waiting)
             return true;
         ::Sleep(kProbeInterval);
     }
     return false;
+}
+
+struct InputFeeder::State {
+    std::vector<INPUT> records;
+    DWORD timeoutMs = 0;
+    FedThread fed;
+    std::atomic<bool> done = false;
+    std::atomic<size_t> processed = 0;
+    std::thread thread;
+
+    void Run();
+    void TakeBack();
+};
+
+void InputFeeder::State::Run()
+{
+    for (const INPUT& record : records) {
+        if (!fed.Feed(record, timeoutMs)) {
+            TakeBack();
+            break;
+        }
+        ++processed;
+    }
+    done = true;
 }
 
 // Lets go of what is still held down, so that no loop waits for a release that never comes.
@@ -180,7 +188,6 @@ InputFeeder::InputFeeder(std::vector<INPUT> records, DWORD timeoutMs) : m_state(
 {
     m_state->records = std::move(records);
     m_state->timeoutMs = timeoutMs;
-    m_state->probe = CreateProbe();
     m_state->thread = std::thread([state = m_state.get()] { state->Run(); });
 }
 
@@ -190,7 +197,6 @@ InputFeeder::~InputFeeder()
     const auto most = static_cast<DWORD>(m_state->records.size() + 1) * m_state->timeoutMs;
     EXPECT_TRUE(PumpUntil([this] { return Done(); }, most));
     m_state->thread.join();
-    ::DestroyWindow(m_state->probe);
     EXPECT_EQ(m_state->processed, m_state->records.size()) << "input that no message loop took";
 }
 

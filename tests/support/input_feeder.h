@@ -16,9 +16,28 @@ namespace support
 [[nodiscard]] INPUT MouseButtonInput(DWORD mouseEventFlag);
 [[nodiscard]] INPUT KeyInput(UINT key, bool down);
 
+// A thread whose input another one sends. Created and destroyed by the thread that is fed.
+class FedThread
+{
+public:
+    FedThread();
+    ~FedThread();
+    FedThread(const FedThread&) = delete;
+    FedThread& operator=(const FedThread&) = delete;
+
+    // For the other thread: sends one record and waits until the fed thread has taken it out of its queue and
+    // has come back for more messages. False when that does not happen in time.
+    [[nodiscard]] bool Feed(INPUT record, DWORD timeoutMs) const;
+    // Waits until the fed thread looks for messages with no input left. False when it does not in time.
+    [[nodiscard]] bool IsIdle(DWORD timeoutMs) const;
+
+private:
+    HWND m_probe;
+};
+
 // Sends the records one by one from a thread of its own. The next record goes out when the thread that
-// created the feeder has taken the last one out of its queue and has come back for more messages, so no
-// two records are ever merged or met by a loop that is not ready for them.
+// created the feeder has taken the last one, so no two records are ever merged or met by a loop that is not
+// ready for them.
 class InputFeeder
 {
 public:

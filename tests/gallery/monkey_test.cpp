@@ -1,0 +1,109 @@
+// The whole gallery under random input. VGUI_MONKEY_SEED says which, VGUI_MONKEY_SECONDS for how long;
+// without them it is always the same, and short.
+#include "tests/gallery/monkey.h"
+
+#include "gallery/help_sample.h"
+#include "gallery/main_dlg.h"
+#include "tests/support/census.h"
+#include "tests/support/pump.h"
+#include "tests/support/recorder.h"
+
+#include <objidl.h>
+
+#include <algorithm>
+#include <gdiplus.h>
+
+namespace
+{
+
+constexpr unsigned kUsualSeed = 1;
+constexpr int kUsualActions = 400;
+constexpr DWORD kMilliseconds = 1000;
+// Every suite runs twice; both rounds share the time.
+constexpr DWORD kRounds = 2;
+
+unsigned Setting(const wchar_t* name)
+{
+    wchar_t text[16] = L"";
+    ::GetEnvironmentVariable(name, text, static_cast<DWORD>(std::size(text)));
+    return wcstoul(text, nullptr, 10);
+}
+
+monkey::Plan UsualOrWanted()
+{
+    const unsigned seed = Setting(L"VGUI_MONKEY_SEED");
+    const DWORD duration = Setting(L"VGUI_MONKEY_SECONDS") * kMilliseconds / kRounds;
+    return {seed != 0 ? seed : kUsualSeed, duration != 0 ? 0 : kUsualActions, duration};
+}
+
+// The library decodes pictures with GDI+, which it leaves to its host to start.
+class GdiPlus
+{
+public:
+    GdiPlus()
+    {
+        const Gdiplus::GdiplusStartupInput input;
+        if (Gdiplus::GdiplusStartup(&m_token, &input, nullptr) != Gdiplus::Ok)
+            m_token = 0;
+    }
+    ~GdiPlus()
+    {
+        if (m_token != 0)
+            Gdiplus::GdiplusShutdown(m_token);
+    }
+    GdiPlus(const GdiPlus&) = delete;
+    GdiPlus& operator=(const GdiPlus&) = delete;
+
+private:
+    ULONG_PTR m_token = 0;
+};
+
+// Links lead nowhere: no other program is started.
+class NoShell
+{
+public:
+    NoShell() : m_opener(VGSetShellOpener([](SHELLEXECUTEINFOW*) WINAPI -> BOOL { return FALSE; })) {}
+    ~NoShell() { VGSetShellOpener(m_opener); }
+    NoShell(const NoShell&) = delete;
+    NoShell& operator=(const NoShell&) = delete;
+
+private:
+    VGShellOpener m_opener;
+};
+
+void ShowGallery()
+{
+    {
+        MainDlg dialog;
+        const support::MainWndScope main(&dialog);
+        ASSERT_NE(dialog.DoModal(), -1);
+    }
+    // The main window's end asks the thread to end.
+    support::PumpMessages();
+}
+
+class MonkeyTest : public support::CensusTest
+{
+};
+
+} // namespace
+
+TEST_F(MonkeyTest, GalleryStandsRandomInput)
+{
+    const GdiPlus gdiPlus;
+    const NoShell noShell;
+    PrepareHelpSample();
+    const monkey::Plan plan = UsualOrWanted();
+    printf("monkey: VGUI_MONKEY_SEED=%u\n", plan.seed);
+    std::set<std::string> messages;
+    {
+        monkey::Monkey monkey(plan, IDC_PAGES);
+        while (!monkey.IsEnding() && !HasFatalFailure())
+            ShowGallery();
+        EXPECT_TRUE(support::PumpUntil([&] { return monkey.HasEnded(); }, 60 * kMilliseconds));
+        messages = monkey.Messages();
+        printf("monkey: %d actions\n", monkey.Actions());
+    }
+    for (const std::string& message : messages)
+        printf("monkey: the system said \"%s\"\n", message.c_str());
+}
