@@ -321,17 +321,3 @@ TEST_F(PropertyGrid, ALostEditorStoresNothingAndIsMadeAgain)
     grid->SetEditable(0, false);
     EXPECT_EQ(grid->GetColumnCount(), 0);
 }
-
-TEST_F(PropertyGrid, ManyControlsLeaveNothing)
-{
-    for (int i = 0; i < 100; ++i) {
-        OpenGrid one;
-        ASSERT_TRUE(one.Create(kGridStyle, CRect(10, 160, 270, 290), &host, kId + 5));
-        one.InsertColumn(0, L"column", LVCFMT_LEFT, 80);
-        one.InsertItem(0, L"cell");
-        one.StartEdit(0, 0);
-        EXPECT_TRUE(one.IsEditCtrlVisible());
-        one.UpdateWindow();
-        one.DestroyWindow();
-    }
-}

@@ -137,13 +137,3 @@ TEST_F(DateTimeCtrl, ArrowsAreTheLibrarysOwn)
     date.DestroyWindow();
     EXPECT_EQ(date.m_spin.m_hWnd, nullptr);
 }
-
-TEST_F(DateTimeCtrl, ManyLeaveNothingBehind)
-{
-    for (int i = 0; i < 300; ++i) {
-        VDateTimeCtrl many;
-        ASSERT_TRUE(many.Create(WS_CHILD | WS_VISIBLE | (i % 2 != 0 ? DTS_UPDOWN : 0), CRect(0, 0, 90, 24),
-                                &host, kId));
-        many.UpdateWindow();
-    }
-}

@@ -155,14 +155,3 @@ TEST_F(ProgressCtrl, MarqueeRunsUntilItIsStopped)
     bar.SetMarquee(TRUE, 1); // not a marquee
     EXPECT_FALSE(bar.m_bMarquee);
 }
-
-TEST_F(ProgressCtrl, ManyLeaveNothingBehind)
-{
-    for (int i = 0; i < 300; ++i) {
-        VProgressCtrl many;
-        ASSERT_TRUE(many.Create(WS_CHILD | WS_VISIBLE | (i % 2 != 0 ? PBS_MARQUEE : 0), CRect(0, 0, 50, 20),
-                                &host, 7));
-        many.SetMarquee(TRUE, 1);
-        many.UpdateWindow();
-    }
-}

@@ -174,12 +174,3 @@ TEST_F(SpinButtonCtrl, BuddyKeepsItsKeysAndOneFrame)
     spin.GetClientRect(client);
     EXPECT_EQ(ClientPixel(spin.m_hWnd, {client.right - 1, 4}), VGM.Edit.clrFrame);
 }
-
-TEST_F(SpinButtonCtrl, ManyLeaveNothingBehind)
-{
-    for (int i = 0; i < 300; ++i) {
-        VSpinButtonCtrl many;
-        ASSERT_TRUE(many.Create(WS_CHILD | WS_VISIBLE | (i % 2 != 0 ? UDS_HORZ : 0), kPlace, &host, 7));
-        many.UpdateWindow();
-    }
-}

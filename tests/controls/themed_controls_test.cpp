@@ -323,26 +323,3 @@ TEST_F(ThemedControls, GroupCaptionFitsTheBox)
         PumpMessages();
     }
 }
-
-// The census at the suite's end counts what is left.
-TEST_F(ThemedControls, ManyLeaveNothingBehind)
-{
-    for (int i = 0; i < 300; ++i) {
-        VEdit edit;
-        ASSERT_TRUE(edit.CreateEx(WS_EX_CLIENTEDGE, L"EDIT", L"", kChild, kPlace, &host, kId));
-        VListBox list;
-        ASSERT_TRUE(list.Create(kChild, kPlace, &host, kId));
-        VListCtrl items;
-        ASSERT_TRUE(items.Create(kChild, kPlace, &host, kId));
-        VComboBox combo;
-        ASSERT_TRUE(combo.Create(kChild | CBS_DROPDOWN, kPlace, &host, kId));
-        if (i % 20 == 0)
-            combo.SetTooltipText(L"tip", TRUE);
-        VGroup group;
-        ASSERT_TRUE(group.Create(L"group", kChild | BS_GROUPBOX, kPlace, &host, kId));
-        group.SetUseTitle(i % 2);
-        if (i % 50 == 0)
-            host.UpdateWindow();
-    }
-    PumpMessages();
-}

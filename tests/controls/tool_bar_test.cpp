@@ -233,16 +233,3 @@ TEST_F(ToolBar, RepositionWrapsTheButtons)
     bar.Reposition(kPlace);
     EXPECT_EQ(RectOf(kDrop).top, top);
 }
-
-TEST_F(ToolBar, ManyLeaveNothingBehind)
-{
-    for (int i = 0; i < 300; ++i) {
-        VToolBar many;
-        ASSERT_TRUE(many.DlgCreate(&host, kPlace, kBarId));
-        many.SetImageList(&images);
-        many.SetButton(0, kFirst, 0, BTNS_BUTTON, L"text", L"tip");
-        many.SetButton(1, kCheck, 0);
-        many.EnableButton(kCheck, FALSE);
-        many.UpdateWindow();
-    }
-}

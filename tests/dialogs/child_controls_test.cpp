@@ -224,31 +224,3 @@ TEST_F(ChildControls, TipsAndColoursAreTheDialogs)
     const DibSurface radio = CaptureClient(Item(kRadio));
     EXPECT_EQ(radio.Pixel(radio.Width() - 1, 0), VGM.Dlg.clrBk);
 }
-
-TEST_F(ChildControls, ThreeHundredOfEachLeaveNothing)
-{
-    const auto makeOne = [&](CButton& button) {
-        const HWND window =
-            ::CreateWindowW(L"BUTTON", L"x", WS_CHILD, 0, 0, 50, 20, dlg.m_hWnd, nullptr, nullptr, nullptr);
-        ASSERT_TRUE(button.SubclassWindow(window));
-    };
-    const auto makeAll = [&] {
-        VButtonST imageButton;
-        VButton button;
-        VFlatButton flat;
-        VCheckBox check;
-        VRadioBtn radio;
-        VHotTrackBtn hot;
-        VUrlEmailBtn link;
-        for (CButton* one :
-             std::initializer_list<CButton*>{&imageButton, &button, &flat, &check, &radio, &hot, &link})
-            makeOne(*one);
-    };
-    makeAll();
-    PumpMessages();
-    const Census before;
-    for (int i = 0; i < 300; ++i)
-        makeAll();
-    PumpMessages();
-    before.ExpectUnchanged();
-}

@@ -323,26 +323,3 @@ TEST_F(GuiDlg, ObjectCanBeOpenedAgain)
         dlg.DestroyWindow();
     }
 }
-
-TEST_F(GuiDlg, FiveHundredOpeningsLeaveNothingBehind)
-{
-    const DialogTemplate t = PlainTemplate();
-    const auto openAndClose = [&] {
-        TestDlg dlg;
-        ASSERT_TRUE(dlg.CreateIndirect(t.Get()));
-        dlg.AddToolTips(kEditId, L"tip");
-        dlg.ShowWindow(SW_SHOW);
-        dlg.UpdateWindow();
-        dlg.DestroyWindow();
-    };
-    openAndClose();
-    PumpMessages();
-    const Census before;
-    for (int i = 0; i < 500; ++i) {
-        openAndClose();
-        if (i % 50 == 0)
-            PumpMessages();
-    }
-    PumpMessages();
-    before.ExpectUnchanged();
-}

@@ -373,8 +373,11 @@ void Monkey::Drag()
         place = PlaceNear(place);
         Send(support::MouseMoveInput(place));
     }
-    if (Below(10) == 0)
-        Key(VK_ESCAPE, {});
+    if (Below(10) == 0 && MayType()) {
+        // Not waited for: the system's tracking loops take nothing but the mouse.
+        INPUT escape[] = {support::KeyInput(VK_ESCAPE, true), support::KeyInput(VK_ESCAPE, false)};
+        ::SendInput(2, escape, sizeof(INPUT));
+    }
     Send(support::MouseButtonInput(button.up));
 }
 

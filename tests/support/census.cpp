@@ -173,6 +173,20 @@ void ShowMenu(HWND owner)
     ::DestroyMenu(menu);
 }
 
+// What the system shares among all, and makes when it is first asked for.
+void LoadSharedObjects()
+{
+    for (int color = 0; color <= COLOR_MENUBAR; ++color)
+        ::GetSysColorBrush(color);
+    for (const LPCWSTR cursor :
+         {IDC_ARROW, IDC_IBEAM, IDC_WAIT, IDC_CROSS, IDC_UPARROW, IDC_SIZENWSE, IDC_SIZENESW, IDC_SIZEWE,
+          IDC_SIZENS, IDC_SIZEALL, IDC_NO, IDC_HAND, IDC_APPSTARTING, IDC_HELP})
+        ::LoadCursor(nullptr, cursor);
+    for (const LPCWSTR icon :
+         {IDI_APPLICATION, IDI_HAND, IDI_QUESTION, IDI_EXCLAMATION, IDI_ASTERISK, IDI_WINLOGO})
+        ::LoadIcon(nullptr, icon);
+}
+
 } // namespace
 
 ObjectCounts CountObjects()
@@ -227,6 +241,7 @@ void WarmUpSystem()
     done = true;
     INITCOMMONCONTROLSEX all{sizeof all, 0xFFFF};
     ::InitCommonControlsEx(&all);
+    LoadSharedObjects();
     HostWnd host;
     if (!host.Open({300, 200}, WS_OVERLAPPEDWINDOW))
         return;
