@@ -1,5 +1,6 @@
 // The main of every test executable: an MFC host program with a console.
 #include "tests/support/environment.h"
+#include "tests/support/guard_pages.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -22,6 +23,8 @@ int main(int argc, char** argv)
 {
     setvbuf(stdout, nullptr, _IONBF, 0); // what a crash leaves in a buffer is lost
     support::InstallCrashReport();
+    if (::GetEnvironmentVariable(L"VGUI_GUARD_PAGES", nullptr, 0) > 0)
+        support::InstallGuardPages();
     testing::InitGoogleTest(&argc, argv);
     // Twice: the first round warms up what the second one's census would take for leaks.
     if (testing::GTEST_FLAG(repeat) == 1)

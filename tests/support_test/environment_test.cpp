@@ -3,6 +3,7 @@
 #include "tests/support/census.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -69,6 +70,18 @@ TEST(EnvironmentTest, CrashesAreReportedAndNeverLookLikeSuccess)
     EXPECT_FALSE(Contains(abort, "ALL TESTS ENDED"));
 }
 
+TEST(EnvironmentTest, GuardPagesFindOverrunsAndLateUses)
+{
+    ::SetEnvironmentVariable(L"VGUI_GUARD_PAGES", L"1");
+    const Outcome overrun = RunAlone(L"EnvironmentChild.DISABLED_Overrun");
+    const Outcome lateUse = RunAlone(L"EnvironmentChild.DISABLED_LateUse");
+    ::SetEnvironmentVariable(L"VGUI_GUARD_PAGES", nullptr);
+    for (const Outcome& outcome : {overrun, lateUse}) {
+        EXPECT_EQ(outcome.exitCode, kCrashed);
+        EXPECT_TRUE(Contains(outcome, "exception 0xc0000005")) << outcome.output;
+    }
+}
+
 TEST(EnvironmentTest, FailureEndsTheRunWithOne)
 {
     const Outcome failure = RunAlone(L"EnvironmentChild.DISABLED_Failure");
@@ -90,6 +103,23 @@ TEST(EnvironmentChild, DISABLED_Fault)
     // Low enough to belong to nobody; volatile, lest the compiler notice.
     volatile ULONG_PTR address = 8;
     *reinterpret_cast<volatile int*>(address) = 1;
+}
+
+TEST(EnvironmentChild, DISABLED_Overrun)
+{
+    const auto block = std::make_unique<char[]>(24);
+    const volatile char* const bytes = block.get();
+    volatile size_t beyond = 24; // volatile, lest the compiler notice
+    EXPECT_EQ(bytes[beyond - 1], 0);
+    EXPECT_EQ(bytes[beyond], 0);
+}
+
+TEST(EnvironmentChild, DISABLED_LateUse)
+{
+    auto block = std::make_unique<char[]>(24);
+    const volatile char* const bytes = block.get();
+    block.reset();
+    EXPECT_EQ(bytes[0], 0);
 }
 
 TEST(EnvironmentChild, DISABLED_Abort)
