@@ -98,8 +98,10 @@ void UseEverythingOnce()
     MainDlg dialog;
     const support::MainWndScope main(&dialog);
     ASSERT_TRUE(dialog.Create(IDD_MAIN));
-    const auto answer = support::AnswerMessageBox(IDCANCEL);
-    CFileDialog(TRUE, nullptr, nullptr, 0, nullptr, &dialog).DoModal();
+    for (const BOOL open : {TRUE, FALSE}) {
+        const auto answer = support::AnswerMessageBox(IDCANCEL);
+        CFileDialog(open, nullptr, nullptr, 0, nullptr, &dialog).DoModal();
+    }
     ShotWriter pictures(PictureFolder().c_str());
     dialog.TakeShots(pictures);
     dialog.DestroyWindow();
