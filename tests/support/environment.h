@@ -21,7 +21,8 @@ void EndTests();
 void InstallCrashReport();
 // What the report is to say besides, as which input is being worked on; cut at a sensible length.
 void SetCrashNote(const char* note);
-// What a test wants to add to the report: called after the backtrace, by the thread that crashed. Null: nothing.
+// What a test wants to add to the report: called after the backtrace, by the thread that crashed. Null:
+// nothing.
 void SetCrashWriter(void (*write)());
 // Ends the process as a crash does, with a backtrace of a thread that does not come back.
 [[noreturn]] void ReportHang(DWORD threadId);

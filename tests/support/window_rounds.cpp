@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int kWarmUp = 4;
-constexpr int kShortSoak = 200;
+constexpr int kShortSoak = 100;
 // Every suite runs twice in its process.
 constexpr int kSuiteRounds = 2;
 // What waits in the queue would count as left behind, and grow.

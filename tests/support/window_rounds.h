@@ -17,7 +17,7 @@ struct WindowRound {
 };
 
 // Runs each round a few times and then many times, which must leave nothing behind. The environment variable
-// VGUI_SOAK says how often; without it there are a few hundred.
+// VGUI_SOAK says how often; without it there are a hundred.
 void ExpectNothingLeft(HostWnd& host, const std::vector<WindowRound>& rounds);
 
 // A round for a class that dresses a window of the system: created, or in every other round put around a
