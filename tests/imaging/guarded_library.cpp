@@ -217,7 +217,8 @@ GuardedLibrary::GuardedLibrary()
     constexpr LPCWSTR library = L"vgui.dll";
     constexpr LPCWSTR framework = L"mfcsubset.dll";
     ReplaceAll(library, kOfLibrary, m_imports);
-    // What the one makes the other may delete. The deletes stay replaced to the end: objects may outlive this.
+    // What the one makes the other may delete. The deletes stay replaced to the end: objects may outlive
+    // this.
     static auto* const deletes = new std::vector<ImportPatch>;
     if (deletes->empty())
         for (const LPCWSTR module : {library, framework})
