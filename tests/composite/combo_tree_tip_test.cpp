@@ -137,6 +137,16 @@ TEST_F(ComboTreeTips, GoWithClicksDeletionAndTheTree)
         tip.SendMessage(message);
         EXPECT_FALSE(IsShown());
     }
+    for (const UINT message : {WM_MOUSEWHEEL, WM_VSCROLL, WM_HSCROLL, WM_KEYDOWN}) {
+        show(kLong);
+        tree.SendMessage(message);
+        EXPECT_FALSE(IsShown());
+        MoveTo(On(kLong, 4)); // what the mouse is over now is not what it was over
+        EXPECT_TRUE(Appears()) << message;
+    }
+    tip.Hide();
+    tip.SendMessage(WM_TIMER, 1); // of the stopped delay, too late
+    EXPECT_FALSE(IsShown());
     show(kOther);
     combo.DeleteString(Find(kOther));
     EXPECT_FALSE(IsShown());
@@ -195,4 +205,17 @@ TEST_F(ComboTreeTips, FitTheirText)
     EXPECT_EQ(Place().right, right);
     EXPECT_LT(Place().Width(), text.Width());
     tip.*OpenTip::kAlign = 0;
+}
+
+TEST_F(ComboTreeTips, NeedATree)
+{
+    CString text;
+    ComboTreeTip watcher;
+    watcher.OnHoverMove({1, 1});
+    EXPECT_EQ(watcher.HitTestLabel({1, 1}, nullptr, text), nullptr);
+    CPoint point = On(kShort);
+    tree.ScreenToClient(&point);
+    ASSERT_TRUE(watcher.Watch(tree));
+    EXPECT_EQ(watcher.HitTestLabel(point, nullptr, text), Find(kShort));
+    EXPECT_EQ(text, kShort);
 }

@@ -122,16 +122,17 @@ bool CComboPopupText::IsMouseAway() const
     return under != m_hWnd && under != GetTree();
 }
 
+// The message of a timer that has been stopped may still come.
 void CComboPopupText::OnTimer(UINT_PTR nIDEvent)
 {
-    if (nIDEvent == kShowTimer) {
+    if (nIDEvent == kShowTimer && m_nShowTimer != 0) {
         StopTimer(m_nShowTimer);
         Appear();
-    } else if (nIDEvent != kLeaveTimer) {
-        CWnd::OnTimer(nIDEvent);
-    } else if (IsMouseAway()) {
+    } else if (nIDEvent == kLeaveTimer && m_nLeaveTimer != 0 && IsMouseAway()) {
         Hide();
         m_bMouseLeft = TRUE;
+    } else {
+        CWnd::OnTimer(nIDEvent);
     }
 }
 
@@ -198,9 +199,17 @@ BOOL ComboTreeTip::Watch(CTreeCtrl& tree)
     return HookWindow(tree.m_hWnd);
 }
 
+// Only while one is hooked.
 CTreeCtrl& ComboTreeTip::Tree() const
 {
     return *static_cast<CTreeCtrl*>(CWnd::FromHandle(m_hWnd));
+}
+
+HTREEITEM ComboTreeTip::ItemAt(CPoint point) const
+{
+    UINT flags = 0;
+    const HTREEITEM item = m_hWnd != nullptr ? Tree().HitTest(point, &flags) : nullptr;
+    return (flags & TVHT_ONITEM) != 0 ? item : nullptr;
 }
 
 // Only of this tree: the tip may be another one's by now.
@@ -208,6 +217,12 @@ void ComboTreeTip::HideTip()
 {
     if (CComboPopupText& tip = CComboPopupText::Instance(); tip.GetTree() == m_hWnd)
         tip.Hide();
+}
+
+void ComboTreeTip::ForgetItem()
+{
+    HideTip();
+    m_hLast = nullptr;
 }
 
 LRESULT ComboTreeTip::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
@@ -219,15 +234,16 @@ LRESULT ComboTreeTip::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_LBUTTONDOWN:
         HideTip();
         break;
+    case WM_MOUSEWHEEL: // the label moves away under the tip
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+    case WM_KEYDOWN:
     case TVM_DELETEITEM: // a later item may get the same handle
-        HideTip();
-        m_hLast = nullptr;
+        ForgetItem();
         break;
     case WM_WINDOWPOSCHANGED:
-        if ((reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_HIDEWINDOW) != 0) {
-            HideTip();
-            m_hLast = nullptr;
-        }
+        if ((reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_HIDEWINDOW) != 0)
+            ForgetItem();
         break;
     default:
         break;
@@ -237,16 +253,18 @@ LRESULT ComboTreeTip::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 
 void ComboTreeTip::OnHoverMove(CPoint point)
 {
+    if (m_hWnd == nullptr)
+        return;
     CComboPopupText& tip = CComboPopupText::Instance();
-    CRect label;
-    CString text;
-    const HTREEITEM item = HitTestLabel(point, label, text);
+    const HTREEITEM item = ItemAt(point);
     if (item == m_hLast && !tip.HasMouseLeft())
         return;
     HideTip();
     m_hLast = item;
+    CRect label;
+    CString text;
     CTreeCtrl& tree = Tree();
-    if (item == nullptr || IsLabelVisible(label) || !tip.BelongTo(tree))
+    if (HitTestLabel(point, label, text) == nullptr || IsLabelVisible(label) || !tip.BelongTo(tree))
         return;
     tree.ClientToScreen(label);
     tip.SetWindowText(text);
@@ -264,15 +282,17 @@ BOOL ComboTreeTip::IsLabelVisible(const RECT& label)
 
 HTREEITEM ComboTreeTip::HitTestLabel(CPoint point, RECT* rect, CString& text)
 {
+    const HTREEITEM item = ItemAt(point);
+    if (item == nullptr)
+        return nullptr;
     CTreeCtrl& tree = Tree();
-    UINT flags = 0;
     CRect label;
-    const HTREEITEM item = tree.HitTest(point, &flags);
-    if (item == nullptr || (flags & TVHT_ONITEM) == 0 || !tree.GetItemRect(item, label, TRUE))
+    if (!tree.GetItemRect(item, label, TRUE))
         return nullptr;
     text = tree.GetItemText(item);
     const auto font = reinterpret_cast<HFONT>(tree.SendMessage(WM_GETFONT));
     label.right = std::max<LONG>(label.right, label.left + MeasureText(tree, font, text).cx);
-    *rect = label;
+    if (rect != nullptr)
+        *rect = label;
     return item;
 }

@@ -71,13 +71,13 @@ public:
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 
-    // The mouse has moved to a point in the tree's client coordinates.
+    // The mouse has moved to a point in the tree's client coordinates. Nothing without a hooked tree.
     virtual void OnHoverMove(CPoint point);
     // Whether a label, in the tree's client coordinates, ends before the tree's right edge.
     virtual BOOL IsLabelVisible(const RECT& label);
-    // The item whose icon, check box or label is at a point in client coordinates, null when there is none;
-    // then nothing is filled in. Otherwise rect, in client coordinates, is the whole label, also what is cut
-    // off.
+    // The item whose icon, check box or label is at a point in client coordinates, null when there is none or
+    // no tree is hooked; then nothing is filled in. Otherwise rect, which may be null, is the whole label in
+    // client coordinates, also what is cut off.
     virtual HTREEITEM HitTestLabel(CPoint point, RECT* rect, CString& text);
 
 protected:
@@ -86,5 +86,7 @@ protected:
 
 private:
     [[nodiscard]] CTreeCtrl& Tree() const;
+    [[nodiscard]] HTREEITEM ItemAt(CPoint point) const;
     void HideTip();
+    void ForgetItem();
 };
