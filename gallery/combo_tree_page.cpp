@@ -9,6 +9,7 @@ namespace
 
 constexpr int kDroppedWidth = 200; // pixels
 constexpr int kDroppedHeight = 160;
+constexpr WCHAR kLongPath[] = L"标准件 Standard parts/垫圈 Washers, flat and sprung, of every size";
 
 CString NameOf(UINT code)
 {
@@ -33,9 +34,8 @@ void Fill(ComboTree& combo)
 {
     for (const LPCWSTR path :
          {L"标准件 Standard parts/螺栓 Bolts/M6 x 20", L"标准件 Standard parts/螺栓 Bolts/M8 x 30",
-          L"标准件 Standard parts/螺母 Nuts/M6",
-          L"标准件 Standard parts/垫圈 Washers, flat and sprung, of every size",
-          L"型材 Profiles/槽钢 Channels", L"型材 Profiles/角钢 Angles", L"板材 Sheets"})
+          L"标准件 Standard parts/螺母 Nuts/M6", kLongPath, L"型材 Profiles/槽钢 Channels",
+          L"型材 Profiles/角钢 Angles", L"板材 Sheets"})
         combo.AddString(path);
     combo.ExpandBranch(combo.FindString(L"标准件 Standard parts", nullptr));
 }
@@ -67,10 +67,13 @@ protected:
         m_checks.SubclassDlgItem(IDC_COMBO_TREE_CHECKS, this);
         m_checks.SetDroppedWidth(kDroppedWidth);
 
+        CWnd* const placeholder = GetDlgItem(IDC_COMBO_TREE_PLACE);
         CRect place;
-        GetDlgItem(IDC_COMBO_TREE_PLACE)->GetWindowRect(place);
+        placeholder->GetWindowRect(place);
         ScreenToClient(place);
         m_plain.Create(place, kDroppedWidth, kDroppedHeight, this, IDC_COMBO_TREE_PLAIN);
+        // The tab order.
+        m_plain.SetWindowPos(placeholder, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         m_plain.SetEnableSelectParent(FALSE);
         for (ComboTree* combo : {&m_checks, &m_plain})
             Fill(*combo);
@@ -127,9 +130,6 @@ private:
         ::SetCursorPos(before.x, before.y);
         m_plain.ShowDropDown(FALSE);
     }
-
-    static constexpr LPCWSTR kLongPath =
-        L"标准件 Standard parts/垫圈 Washers, flat and sprung, of every size";
 
     ComboTree m_checks;
     ComboTree m_plain;
