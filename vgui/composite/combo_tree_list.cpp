@@ -3,6 +3,7 @@
 #include "vgui/composite/combo_tree.h"
 #include "vgui/composite/combo_tree_paths.h"
 #include "vgui/foundation/attached.h"
+#include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/gdi_scope.h"
 
 #include <vector>
@@ -16,7 +17,15 @@ constexpr WCHAR kNoCheckBitmap[] = L"Can't create tree check image list! Make su
                                    L"resource";
 constexpr int kCheckWidth = 13;
 constexpr COLORREF kCheckMask = RGB(255, 255, 255);
-constexpr UINT kDlgCode = DLGC_WANTARROWS | DLGC_WANTALLKEYS | DLGC_WANTCHARS;
+
+// Whether most of a label's upper edge has a colour; parts of letters may lie on it.
+bool HasBackground(const CDC& dc, const CRect& label, COLORREF color)
+{
+    int count = 0;
+    for (int x = label.left; x < label.right; ++x)
+        count += dc.GetPixel(x, label.top + 1) == color ? 1 : 0;
+    return 2 * count > label.Width();
+}
 
 } // namespace
 
@@ -27,6 +36,7 @@ BEGIN_MESSAGE_MAP(ComboTreeDropList, CTreeCtrl)
     ON_WM_DESTROY()
     ON_WM_CLOSE()
     ON_WM_PAINT()
+    ON_WM_ERASEBKGND()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
     ON_WM_KEYDOWN()
@@ -44,12 +54,12 @@ ComboTreeDropList::~ComboTreeDropList()
 
 int ComboTreeDropList::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
-    if (CTreeCtrl::OnCreate(lpCreateStruct) == -1 || m_pCombo == nullptr)
-        return -1;
-    m_tip.Watch(*this);
-    CComboPopupText::Instance().BelongTo(*this);
-    if (!m_pCombo->GetHasCheckboxes() || LoadCheckImages())
-        return 0;
+    if (CTreeCtrl::OnCreate(lpCreateStruct) != -1 && m_pCombo != nullptr) {
+        m_tip.Watch(*this);
+        CComboPopupText::Instance().BelongTo(*this);
+        if (!HasCheckBoxes() || LoadCheckImages())
+            return 0;
+    }
     DestroyWindow(); // a window whose creation fails need not see WM_DESTROY, without which a tree leaks
     return -1;
 }
@@ -59,6 +69,11 @@ BOOL ComboTreeDropList::DestroyWindow()
     if (m_hWnd != nullptr)
         CComboPopupText::Instance().Leave(*this);
     return CTreeCtrl::DestroyWindow();
+}
+
+bool ComboTreeDropList::HasCheckBoxes() const
+{
+    return m_pCombo != nullptr && m_pCombo->GetHasCheckboxes();
 }
 
 // The bitmap may be the host's: resources of the program are found before the library's own.
@@ -101,35 +116,43 @@ LRESULT ComboTreeDropList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
 
 bool ComboTreeDropList::IsChoosable(HTREEITEM item) const
 {
-    return m_bSelectParent || !ItemHasChildren(item) || (m_pCombo != nullptr && m_pCombo->GetHasCheckboxes());
+    return m_hWnd != nullptr && item != nullptr &&
+           (m_bSelectParent || HasCheckBoxes() || !ItemHasChildren(item));
+}
+
+void ComboTreeDropList::OnPaint()
+{
+    CPaintDC target(this);
+    CRect client;
+    GetClientRect(client);
+    VBufferedDC dc(target, client);
+    DefWindowProc(WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc.m_hDC), 0);
+    DefWindowProc(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc.m_hDC), PRF_ERASEBKGND | PRF_CLIENT);
+    HighlightSelection(dc, client);
+}
+
+// The buffered picture has its background already.
+BOOL ComboTreeDropList::OnEraseBkgnd(CDC* /*pDC*/)
+{
+    return TRUE;
 }
 
 // Some versions of the tree control ask the system who has the focus and show the selection of others faintly
-// or not at all.
-void ComboTreeDropList::OnPaint()
+// or not at all. The label then gets the colours of the selection by way of a monochrome copy, which keeps
+// its font.
+void ComboTreeDropList::HighlightSelection(CDC& dc, const CRect& client)
 {
     CRect label;
-    const bool hasSelection = GetItemRect(GetSelectedItem(), label, TRUE) != FALSE;
-    if (hasSelection)
-        InvalidateRect(label, FALSE);
-    Default();
-    if (hasSelection)
-        HighlightSelection(label);
-}
-
-// Gives a label that the tree has painted the colours of the selection, unless it has them. The picture is
-// recoloured by way of a monochrome copy, which keeps the label's font.
-void ComboTreeDropList::HighlightSelection(CRect label)
-{
-    CRect client;
-    GetClientRect(client);
-    label.IntersectRect(label, client);
-    CClientDC dc(this);
-    const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
-    const COLORREF background = dc.GetPixel(label.left + 1, label.top + 1);
+    if (!GetItemRect(GetSelectedItem(), label, TRUE) || !label.IntersectRect(label, client))
+        return;
+    COLORREF background = GetBkColor();
+    if (background == CLR_INVALID) // the tree has no colour of its own
+        background = ::GetSysColor(COLOR_WINDOW);
+    if (!HasBackground(dc, label, background))
+        background = ::GetSysColor(COLOR_BTNFACE);
     CDC memory;
     CBitmap copy;
-    if (background == highlight || background == CLR_INVALID || !memory.CreateCompatibleDC(&dc) ||
+    if (!HasBackground(dc, label, background) || !memory.CreateCompatibleDC(&dc) ||
         !copy.CreateBitmap(label.Width(), label.Height(), 1, 1, nullptr))
         return;
     const VSelectScope selected(memory, copy);
@@ -137,7 +160,7 @@ void ComboTreeDropList::HighlightSelection(CRect label)
         const VBkColorScope white(dc.m_hDC, background);
         memory.BitBlt(0, 0, label.Width(), label.Height(), &dc, label.left, label.top, SRCCOPY);
     }
-    const VBkColorScope back(dc.m_hDC, highlight);
+    const VBkColorScope back(dc.m_hDC, ::GetSysColor(COLOR_HIGHLIGHT));
     const VTextColorScope text(dc.m_hDC, ::GetSysColor(COLOR_HIGHLIGHTTEXT));
     dc.BitBlt(label.left, label.top, label.Width(), label.Height(), &memory, 0, 0, SRCCOPY);
 }
@@ -151,13 +174,20 @@ HTREEITEM ComboTreeDropList::ItemAt(CPoint point, UINT hitFlags) const
     return (flags & hitFlags) != 0 ? item : nullptr;
 }
 
+// Whether there is a check box.
+bool ComboTreeDropList::ToggleBoxAt(CPoint point)
+{
+    const HTREEITEM item = ItemAt(point, TVHT_ONITEMSTATEICON);
+    if (item != nullptr)
+        SetCheckState(item, ComboTreeToggle);
+    return item != nullptr;
+}
+
 void ComboTreeDropList::OnLButtonDown(UINT nFlags, CPoint point)
 {
-    const HWND window = m_hWnd;
-    if (const HTREEITEM item = ItemAt(point, TVHT_ONITEMSTATEICON)) {
-        SetCheckState(item, ComboTreeToggle);
+    if (ToggleBoxAt(point))
         return;
-    }
+    const HWND window = m_hWnd;
     const HTREEITEM item = ItemAt(point, TVHT_ONITEMICON | TVHT_ONITEMLABEL);
     if (item != nullptr && item != GetSelectedItem() && m_pCombo != nullptr)
         m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
@@ -165,14 +195,17 @@ void ComboTreeDropList::OnLButtonDown(UINT nFlags, CPoint point)
         CTreeCtrl::OnLButtonDown(nFlags, point);
 }
 
+// The second of two quick clicks on a check box is one more click on it, else it would choose an item on
+// which nobody has clicked.
 void ComboTreeDropList::OnLButtonDblClk(UINT nFlags, CPoint point)
 {
-    const HWND window = m_hWnd;
-    CTreeCtrl::OnLButtonDblClk(nFlags, point);
-    if (!VGIsAttached(this, window) || m_pCombo == nullptr)
+    if (ToggleBoxAt(point))
         return;
-    const HTREEITEM item = ItemAt(point, TVHT_ONITEM);
-    if (item != nullptr && IsChoosable(item) && m_pCombo->SendParentComboMessage(CBN_DBLCLK))
+    const HWND window = m_hWnd;
+    const HTREEITEM item = ItemAt(point, TVHT_ONITEM); // before the tree scrolls what it expands into view
+    CTreeCtrl::OnLButtonDblClk(nFlags, point);
+    if (VGIsAttached(this, window) && m_pCombo != nullptr && IsChoosable(item) &&
+        m_pCombo->SendParentComboMessage(CBN_DBLCLK))
         m_pCombo->OnSelection();
 }
 
@@ -225,7 +258,7 @@ HTREEITEM ComboTreeDropList::FindData(DWORD data, HTREEITEM parent) const
     return child;
 }
 
-HTREEITEM ComboTreeDropList::AddPath(LPCWSTR path, bool checkBoxes)
+HTREEITEM ComboTreeDropList::AddPath(LPCWSTR path)
 {
     if (path == nullptr || *path == 0 || m_hWnd == nullptr)
         return nullptr;
@@ -235,17 +268,17 @@ HTREEITEM ComboTreeDropList::AddPath(LPCWSTR path, bool checkBoxes)
     ComboTreePathParts left = match.left;
     HTREEITEM parent = match.parent;
     while (!left.rest.empty()) {
-        parent = AddLabel(std::wstring(left.head), parent, checkBoxes);
+        parent = AddLabel(std::wstring(left.head), parent);
         if (parent == nullptr)
             return nullptr;
         left = SplitTreePath(left.rest, m_chDelimiter);
     }
-    return AddLabel(std::wstring(left.head), parent, checkBoxes);
+    return AddLabel(std::wstring(left.head), parent);
 }
 
-HTREEITEM ComboTreeDropList::AddLabel(const std::wstring& label, HTREEITEM parent, bool checkBoxes)
+HTREEITEM ComboTreeDropList::AddLabel(const std::wstring& label, HTREEITEM parent)
 {
-    const UINT mask = checkBoxes ? TVIF_TEXT | TVIF_STATE : TVIF_TEXT;
+    const UINT mask = HasCheckBoxes() ? TVIF_TEXT | TVIF_STATE : TVIF_TEXT;
     return InsertItem(mask, label.c_str(), 0, 0, INDEXTOSTATEIMAGEMASK(ComboTreeUnchecked),
                       TVIS_STATEIMAGEMASK, 0, parent != nullptr ? parent : TVI_ROOT, TVI_LAST);
 }

@@ -29,8 +29,8 @@ enum ComboTreeCheckOp {
 // top-level popup, so its TVN_ notifications reach nobody; the combo box tells its parent. Walks through the
 // tree need no call stack, so that its depth does not matter.
 //
-// Null items, and those that the tree does not have, are safe everywhere: the answer is null or FALSE. The
-// same is true without a window.
+// Item functions are safe with null items and before there is a window: the answer is null or FALSE. A
+// handle of a deleted item is the host's mistake: the tree may have given it to another item.
 class VGUI_API ComboTreeDropList : public CTreeCtrl
 {
     DECLARE_DYNAMIC(ComboTreeDropList)
@@ -44,12 +44,12 @@ public:
     BOOL DestroyWindow() override;
 
     // Changes a check state, keeps descendants and ancestors consistent with it and tells the combo's parent.
-    // FALSE without check boxes, without a combo box and for a missing item.
+    // FALSE without check boxes, without a combo box, for an unknown operation and for a missing item.
     BOOL SetCheckState(HTREEITEM item, int op);
     // The item's state image, ComboTreeNoCheck for a missing one.
     [[nodiscard]] int GetCheckState(HTREEITEM item) const;
-    // Whether the user may choose the item: always with check boxes, else items with children only if those
-    // may be selected.
+    // Whether the user may choose the item: any with check boxes, else items with children only if those may
+    // be selected. False for a missing item.
     [[nodiscard]] bool IsChoosable(HTREEITEM item) const;
 
 protected:
@@ -59,6 +59,7 @@ protected:
     afx_msg void OnDestroy();
     afx_msg void OnClose();
     afx_msg void OnPaint();
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
@@ -75,9 +76,14 @@ protected:
 private:
     friend class ComboTree;
 
+    // Keys that the combo box and its tree want for themselves.
+    static constexpr UINT kDlgCode = DLGC_WANTARROWS | DLGC_WANTALLKEYS | DLGC_WANTCHARS;
+
+    [[nodiscard]] bool HasCheckBoxes() const;
     bool LoadCheckImages();
-    void HighlightSelection(CRect label);
+    void HighlightSelection(CDC& dc, const CRect& client);
     [[nodiscard]] HTREEITEM ItemAt(CPoint point, UINT hitFlags) const;
+    bool ToggleBoxAt(CPoint point);
 
     // Item links.
     [[nodiscard]] HTREEITEM NextInTree(HTREEITEM item) const;
@@ -86,7 +92,7 @@ private:
     [[nodiscard]] HTREEITEM PreviousInTree(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM LastInTree(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM LastSiblingOf(HTREEITEM item) const;
-    void ExpandAllBelow(HTREEITEM item, UINT code);
+    void ExpandOrCollapseBranch(HTREEITEM item, UINT code);
 
     // Check states.
     void ShowState(HTREEITEM item, int state);
@@ -98,8 +104,8 @@ private:
 
     // Paths.
     [[nodiscard]] HTREEITEM FindPath(LPCWSTR path, HTREEITEM parent) const;
-    HTREEITEM AddPath(LPCWSTR path, bool checkBoxes);
-    HTREEITEM AddLabel(const std::wstring& label, HTREEITEM parent, bool checkBoxes);
+    HTREEITEM AddPath(LPCWSTR path);
+    HTREEITEM AddLabel(const std::wstring& label, HTREEITEM parent);
     [[nodiscard]] CString PathOf(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM FindLabel(LPCWSTR label, HTREEITEM parent) const;
     [[nodiscard]] HTREEITEM FindData(DWORD data, HTREEITEM parent) const;

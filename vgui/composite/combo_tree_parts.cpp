@@ -25,7 +25,7 @@ UINT ComboTreeEdit::OnGetDlgCode()
 {
     const UINT code = VEdit::OnGetDlgCode();
     const auto* combo = DYNAMIC_DOWNCAST(ComboTree, GetParent());
-    return combo != nullptr && combo->m_bKeyTaken ? code | DLGC_WANTALLKEYS : code;
+    return combo != nullptr && combo->m_takenKey != 0 ? code | DLGC_WANTALLKEYS : code;
 }
 
 // The button ------------------------------------------------------------------------------------------------
@@ -83,6 +83,8 @@ bool ComboTreeHook::Cancels(UINT message, WPARAM wParam, LPARAM lParam) const
 
 LRESULT ComboTreeHook::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (m_pCombo == nullptr)
+        return CComboSubclassWnd::WindowProc(message, wParam, lParam);
     if (message == WM_MOUSEWHEEL)
         return m_pCombo->SendTreeMessage(message, wParam, lParam);
     ComboTree* const combo = m_pCombo;
