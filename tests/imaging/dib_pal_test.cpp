@@ -1,10 +1,10 @@
 #include "vgui/imaging/dib_pal.h"
 
 #include "tests/imaging/guarded_library.h"
-#include "tests/imaging/soak.h"
 #include "tests/support/census.h"
 #include "tests/support/modal.h"
 #include "tests/support/pixels.h"
+#include "tests/support/soak.h"
 
 #include <afxdlgs.h>
 #include <array>

@@ -1,9 +1,9 @@
 // Damaged images for every reader; see SoakInputs for how to have more of them.
 #include "tests/imaging/dib_samples.h"
 #include "tests/imaging/guarded_library.h"
-#include "tests/imaging/soak.h"
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
+#include "tests/support/soak.h"
 
 #include <algorithm>
 #include <cstring>

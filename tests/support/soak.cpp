@@ -1,4 +1,4 @@
-#include "tests/imaging/soak.h"
+#include "tests/support/soak.h"
 
 #include "tests/support/environment.h"
 
