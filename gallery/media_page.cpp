@@ -29,7 +29,12 @@ public:
 private:
     void Report(LPCWSTR event, LPCWSTR url)
     {
-        GetParent()->SetDlgItemText(IDC_MEDIA_EVENT, CString(event) + L": " + url);
+        // A page that is written into its address is no reading.
+        constexpr LPCWSTR kWritten = L"about:<";
+        const CString address(url);
+        GetParent()->SetDlgItemText(IDC_MEDIA_EVENT,
+                                    CString(event) + L": " +
+                                        (address.Find(kWritten) == 0 ? address.Left(6) + L"…" : address));
     }
 };
 
