@@ -61,8 +61,10 @@ public:
         // Dropping can run destructors that look handles up again, so the map is emptied first.
         auto doomed = std::move(m_temporary);
         m_temporary.clear();
-        for (auto& [handle, object] : doomed)
-            HandleTraits<Object>::Drop(object);
+        for (auto& [handle, object] : doomed) {
+            if (object != nullptr) // there was no memory for it
+                HandleTraits<Object>::Drop(object);
+        }
     }
 
 private:

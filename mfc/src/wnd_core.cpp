@@ -5,6 +5,8 @@
 #include "module_maps.h"
 #include "wnd_access.h"
 
+#include <new>
+
 using namespace afx_subset;
 
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
@@ -129,8 +131,13 @@ LRESULT AfxWndAccess::Call(CWnd* window, HWND hWnd, UINT message, WPARAM wParam,
 {
     const CurrentMessage current(hWnd, message, wParam, lParam);
     try {
-        // The object may be gone when this returns.
-        return window->WindowProc(message, wParam, lParam);
+        try {
+            // The object may be gone when this returns.
+            return window->WindowProc(message, wParam, lParam);
+        } catch (const std::bad_alloc&) {
+            // A container that gets no memory counts as a failed "new" of MFC's.
+            AfxThrowMemoryException();
+        }
     } catch (CException* e) {
         const MSG msg = AfxGetThreadState()->m_lastSentMsg;
         CWinThread* const thread = AfxGetThread();
@@ -221,7 +228,14 @@ LRESULT CALLBACK AfxWndAccess::OnCbt(int code, WPARAM wParam, LPARAM lParam)
     if (code == HCBT_CREATEWND && state.m_pWndInit != nullptr && !IsInputMethodWindow(hWnd)) {
         CWnd* const window = state.m_pWndInit;
         state.m_pWndInit = nullptr;
-        TakeWindow(window, hWnd);
+        try {
+            TakeWindow(window, hWnd);
+        } catch (...) {
+            // An exception would leave the window half made, with nobody to destroy it.
+            window->Detach();
+            state.m_pWndInit = window;
+            return 1;
+        }
     }
     return ::CallNextHookEx(hook, code, wParam, lParam);
 }

@@ -33,13 +33,16 @@ public:
         if (!CanAttach(hWnd))
             return FALSE;
         Hook* const older = Map::Instance().GetNewest(hWnd);
+        // First, since it may throw: a window whose procedure is ours needs its hook.
+        Map::Instance().SetNewest(hWnd, &hook);
         const WNDPROC oldProc = older != nullptr ? older->m_pOldWndProc : TakeOverProc(hWnd);
-        if (oldProc == nullptr)
+        if (oldProc == nullptr) {
+            Map::Instance().SetNewest(hWnd, older);
             return FALSE;
+        }
         hook.m_pNext = older;
         hook.m_pOldWndProc = oldProc;
         hook.m_hWnd = hWnd;
-        Map::Instance().SetNewest(hWnd, &hook);
         return TRUE;
     }
 

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -212,12 +213,10 @@ CDC* CDib::BeginPaint(CDC* pDC)
 {
     if (m_pMemDC != nullptr || m_pBitmap == nullptr)
         return m_pMemDC;
-    auto* const dc = new CDC;
-    if (!dc->CreateCompatibleDC(pDC)) {
-        delete dc;
+    auto owned = std::make_unique<CDC>();
+    if (!owned->CreateCompatibleDC(pDC))
         return nullptr;
-    }
-    m_pMemDC = dc;
+    CDC* const dc = m_pMemDC = owned.release();
     // EndPaint goes back to this: the displaced objects may be temporary ones, which do not last until then.
     dc->SaveDC();
     if (m_pPalette != nullptr) {
