@@ -23,7 +23,7 @@ constexpr LPCWSTR kLibrary = L"vgui.dll";
 constexpr LPCWSTR kFramework = L"mfcsubset.dll";
 constexpr int kNever = std::numeric_limits<int>::max();
 // From there on the steps grow.
-constexpr int kEachUpTo = 40;
+constexpr int kEachUpTo = 24;
 
 // Which of the requests are refused, counted from 1.
 int g_first = kNever;
@@ -290,7 +290,7 @@ private:
 int NextRequest(int request)
 {
     static const bool isThorough = std::getenv("VGUI_SOAK") != nullptr;
-    return request + 1 + (isThorough || request < kEachUpTo ? 0 : request / kEachUpTo * 4);
+    return request + 1 + (isThorough || request < kEachUpTo ? 0 : request / 8);
 }
 
 int Failures()
