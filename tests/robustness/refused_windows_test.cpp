@@ -17,6 +17,7 @@
 #include "vgui/controls/tool_bar.h"
 #include "vgui/controls/tree_controls.h"
 #include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/window_helpers.h"
 
 #include <memory>
 
@@ -300,8 +301,13 @@ protected:
     {
         ASSERT_TRUE(host.Open({300, 200}));
         g_host = &host;
+        // A link that is clicked starts no browser.
+        usualOpener = VGSetShellOpener([](SHELLEXECUTEINFOW*) -> BOOL { return TRUE; });
     }
+    void TearDown() override { VGSetShellOpener(usualOpener); }
+
     HostWnd host;
+    VGShellOpener usualOpener = nullptr;
 };
 
 } // namespace
