@@ -193,8 +193,7 @@ void Drag(const std::vector<CPoint>& path, MouseButton button, DWORD timeoutMs)
 void KeyDown(UINT key)
 {
     Send({KeyInput(key, true)});
-    // The system may for a moment go on saying that the key is up when somebody has just asked.
-    Arrive(static_cast<int>(key), true);
+    PumpMessages();
 }
 
 void KeyUp(UINT key)
