@@ -1,6 +1,7 @@
 #include "tests/support/guard_pages.h"
 
 #include "tests/support/import_table.h"
+#include "tests/support/system_heap.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,26 +22,6 @@ constexpr size_t kLargestAlignment = 16;
 constexpr size_t kMostBlocks = 20000;
 constexpr size_t kFreedKept = 2000;
 constexpr BYTE kFresh = 0xCD;
-
-// The list of blocks must not allocate from what it guards.
-template <class Value>
-struct SystemHeap {
-    using value_type = Value;
-    SystemHeap() = default;
-    template <class Other>
-    SystemHeap(const SystemHeap<Other>&)
-    {
-    }
-    Value* allocate(size_t count)
-    {
-        void* const memory = ::HeapAlloc(::GetProcessHeap(), 0, count * sizeof(Value));
-        if (memory == nullptr)
-            throw std::bad_alloc();
-        return static_cast<Value*>(memory);
-    }
-    void deallocate(Value* memory, size_t) { ::HeapFree(::GetProcessHeap(), 0, memory); }
-    bool operator==(const SystemHeap&) const { return true; }
-};
 
 struct Block {
     void* pages;

@@ -3,6 +3,7 @@
 #include "tests/support/census.h"
 #include "tests/support/environment.h"
 #include "tests/support/pump.h"
+#include "tests/support/system_heap.h"
 
 #include <afxcmn.h>
 #include <algorithm>
@@ -120,25 +121,8 @@ std::vector<Replacement> ObjectReplacements()
 
 // ---- Memory
 
-// What is counted must not be in the count.
-template <class T>
-struct SystemAllocator {
-    using value_type = T;
-    SystemAllocator() = default;
-    template <class U>
-    SystemAllocator(const SystemAllocator<U>&)
-    {
-    }
-    T* allocate(size_t count)
-    {
-        return static_cast<T*>(::HeapAlloc(::GetProcessHeap(), 0, count * sizeof(T)));
-    }
-    void deallocate(T* block, size_t) { ::HeapFree(::GetProcessHeap(), 0, block); }
-    bool operator==(const SystemAllocator&) const = default;
-};
-
 // The blocks that the library and the framework hold. The test's thread alone uses them.
-std::unordered_set<void*, std::hash<void*>, std::equal_to<>, SystemAllocator<void*>> g_blocks;
+std::unordered_set<void*, std::hash<void*>, std::equal_to<>, SystemHeap<void*>> g_blocks;
 
 void* Counted(void* block)
 {
