@@ -41,8 +41,9 @@ void ExpectSamePixels(const Picture& actual, const Picture& expected)
     EXPECT_EQ(actual.height, expected.height);
     EXPECT_EQ(actual.bitCount, expected.bitCount);
     EXPECT_EQ(actual.pixels, expected.pixels);
-    ASSERT_EQ(actual.table.size(), expected.table.size());
-    EXPECT_EQ(0, memcmp(actual.table.data(), expected.table.data(), actual.table.size() * sizeof(RGBQUAD)));
+    EXPECT_TRUE(std::ranges::equal(actual.table, expected.table, [](const RGBQUAD& left, const RGBQUAD& right) {
+        return memcmp(&left, &right, sizeof left) == 0;
+    }));
 }
 
 // The largest difference between a picture's colours and model(x, y, channel). With 5 bits per channel it is

@@ -272,12 +272,11 @@ void VGFillShadingRect(CDC* pDC, const CRect& rect, COLORREF clr, int nSpacing)
 
 void VGAlphaBlend(CDC* pDest, const CRect& rcDest, CDC* pSrc, const CRect& rcSrc, BYTE alpha)
 {
-    if (rcDest.IsRectEmpty() || rcSrc.IsRectEmpty())
+    if (!IsDrawable(pDest, rcDest) || !IsDrawable(pSrc, rcSrc))
         return;
     const BLENDFUNCTION blend = {AC_SRC_OVER, 0, alpha, 0};
-    ::AlphaBlend(pDest != nullptr ? pDest->m_hDC : nullptr, rcDest.left, rcDest.top, rcDest.Width(),
-                 rcDest.Height(), pSrc != nullptr ? pSrc->m_hDC : nullptr, 0, 0, rcSrc.Width(),
-                 rcSrc.Height(), blend);
+    ::AlphaBlend(pDest->m_hDC, rcDest.left, rcDest.top, rcDest.Width(), rcDest.Height(), pSrc->m_hDC, 0, 0,
+                 rcSrc.Width(), rcSrc.Height(), blend);
 }
 
 void VGAlphaBlendColorToRect(CDC* pDC, const CRect& rect, int nAlpha, COLORREF clrFrom, COLORREF clrTo)
