@@ -88,7 +88,7 @@ void CWaitCursor::Restore()
         app->DoWaitCursor(0);
 }
 
-// --- updating user-interface items
+// ---- Updating user-interface items
 
 void CCmdUI::Enable(BOOL bOn)
 {

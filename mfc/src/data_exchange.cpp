@@ -36,7 +36,7 @@ void CDataExchange::Fail()
     AfxThrowUserException();
 }
 
-// --- CWnd's part
+// ---- CWnd's part
 
 BOOL CWnd::UpdateData(BOOL bSaveAndValidate)
 {
@@ -74,7 +74,7 @@ void CWnd::UpdateDialogControls(CCmdTarget* pTarget, BOOL bDisableIfNoHndler)
     }
 }
 
-// --- exchange
+// ---- Exchange
 
 void AFXAPI DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl)
 {
@@ -281,7 +281,7 @@ void AFXAPI DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index)
         ::SendMessage(control, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
 }
 
-// --- validation
+// ---- Validation
 
 void AFXAPI DDV_MaxChars(CDataExchange* pDX, CString const& value, int nChars)
 {

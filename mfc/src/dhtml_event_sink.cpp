@@ -148,7 +148,7 @@ const DHtmlEventMapEntry* CDHtmlEventSink::GetDHtmlEventMap()
     return nullptr;
 }
 
-// --- connections
+// ---- Connections
 
 HRESULT CDHtmlEventSink::ConnectDHtmlEvents(IUnknown* punkDoc)
 {
@@ -219,7 +219,7 @@ void CDHtmlEventSink::DisconnectDHtmlEvents(IUnknown* punkDoc)
     }
 }
 
-// --- events
+// ---- Events
 
 HRESULT CDHtmlEventSink::OnPageEvent(const PageSink& sink, DISPID dispid, const DISPPARAMS& params)
 {

@@ -32,7 +32,7 @@ CDialog::~CDialog()
         DestroyWindow();
 }
 
-// --- creation
+// ---- Creation
 
 namespace
 {
@@ -139,7 +139,7 @@ BOOL CDialog::InitModalIndirect(HGLOBAL hDialogTemplate, CWnd* pParentWnd)
     return TRUE;
 }
 
-// --- modal
+// ---- Modal
 
 HWND CDialog::PreModal()
 {
@@ -221,7 +221,7 @@ void CDialog::EndDialog(int nResult)
     ::EndDialog(m_hWnd, nResult);
 }
 
-// --- initialisation
+// ---- Initialisation
 
 namespace
 {
@@ -303,7 +303,7 @@ LRESULT CDialog::HandleSetFont(WPARAM wParam, LPARAM)
 
 void CDialog::OnSetFont(CFont*) {}
 
-// --- commands and keys
+// ---- Commands and keys
 
 void CDialog::OnOK()
 {
@@ -352,7 +352,7 @@ BOOL CDialog::PreTranslateMessage(MSG* pMsg)
     return PreTranslateInput(pMsg);
 }
 
-// --- controls
+// ---- Controls
 
 void CDialog::MapDialogRect(LPRECT lpRect) const
 {

@@ -113,7 +113,7 @@ CHtmlView::~CHtmlView()
     ReleaseMember(m_pBrowserApp);
 }
 
-// --- the window
+// ---- The window
 
 BOOL CHtmlView::Create(LPCTSTR lpszClassName, LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect,
                        CWnd* pParentWnd, UINT nID, CCreateContext* pContext)
@@ -166,7 +166,7 @@ BOOL CHtmlView::PreTranslateMessage(MSG* pMsg)
     return CView::PreTranslateMessage(pMsg) || m_wndBrowser.TranslateKey(pMsg);
 }
 
-// --- methods
+// ---- Methods
 
 void CHtmlView::Navigate(LPCTSTR URL, DWORD dwFlags, LPCTSTR lpszTargetFrameName, LPCTSTR lpszHeaders,
                          LPVOID lpvPostData, DWORD dwPostDataLen)
@@ -229,7 +229,7 @@ void CHtmlView::Stop()
     Call(m_wndBrowser, kStop, VTS_NONE);
 }
 
-// --- properties
+// ---- Properties
 
 CString CHtmlView::GetLocationName() const
 {

@@ -134,7 +134,7 @@ void CHtmlView::NewWindow2(LPDISPATCH* ppDisp, VARIANT_BOOL* Cancel)
     OnNewWindow2(ppDisp, cancel);
 }
 
-// --- what a view does by itself: nothing
+// ---- What a view does by itself: nothing
 
 void CHtmlView::OnBeforeNavigate2(LPCTSTR, DWORD, LPCTSTR, CByteArray&, LPCTSTR, BOOL*) {}
 

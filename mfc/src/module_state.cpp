@@ -46,7 +46,7 @@ AFX_MODULE_THREAD_STATE* StateForThread(AFX_MODULE_STATE* moduleState)
 
 } // namespace
 
-// --- thread state
+// ---- Thread state
 
 _AFX_THREAD_STATE::_AFX_THREAD_STATE() = default;
 _AFX_THREAD_STATE::~_AFX_THREAD_STATE() = default;
@@ -74,7 +74,7 @@ void afx_subset::ReleaseThreadData()
     t_threadData = nullptr;
 }
 
-// --- module state
+// ---- Module state
 
 AFX_MODULE_STATE::AFX_MODULE_STATE(BOOL bDLL) : m_bDLL(static_cast<BYTE>(bDLL))
 {
@@ -169,7 +169,7 @@ void AFXAPI AfxEnableControlContainer(void*)
     AfxGetModuleState()->m_bControlContainer = TRUE;
 }
 
-// --- handle maps
+// ---- Handle maps
 
 namespace
 {
@@ -244,7 +244,7 @@ BOOL AFXAPI AfxUnlockTempMaps(BOOL bDeleteTemps)
     return TRUE;
 }
 
-// --- extension modules
+// ---- Extension modules
 
 IMPLEMENT_DYNAMIC(CDynLinkLibrary, CCmdTarget)
 
@@ -320,7 +320,7 @@ void AFXAPI AfxTermThread(HINSTANCE)
     ReleaseThreadData();
 }
 
-// --- resources
+// ---- Resources
 
 namespace
 {
@@ -380,7 +380,7 @@ int AFXAPI AfxLoadString(UINT nIDS, LPTSTR lpszBuf, UINT nMaxBuf)
     return static_cast<int>(copied);
 }
 
-// --- the framework's own DLL
+// ---- The framework's own DLL
 
 namespace
 {

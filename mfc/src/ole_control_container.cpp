@@ -80,7 +80,7 @@ BOOL COleControlContainer::OnMnemonic(MSG* pMsg)
                        [pMsg](const auto& site) { return site->OnMnemonic(pMsg) != FALSE; });
 }
 
-// --- CWnd
+// ---- CWnd
 
 BOOL CWnd::CreateControl(LPCTSTR pszClass, LPCTSTR pszWindowName, DWORD dwStyle, const RECT& rect,
                          CWnd* pParentWnd, UINT nID, CFile* pPersist, BOOL bStorage, BSTR bstrLicKey)
@@ -165,7 +165,7 @@ COleControlSite* CWnd::GetOleControlSite(UINT idControl) const
     return m_pCtrlCont != nullptr ? m_pCtrlCont->FindItem(idControl) : nullptr;
 }
 
-// --- ambient properties
+// ---- Ambient properties
 
 namespace
 {

@@ -22,7 +22,7 @@ COleControlSite::~COleControlSite()
     m_pSiteObject->Release();
 }
 
-// --- creation
+// ---- Creation
 
 HRESULT COleControlSite::CreateControl(CWnd* pWndCtrl, REFCLSID clsid, LPCTSTR lpszWindowName, DWORD dwStyle,
                                        const POINT* ppt, const SIZE* psize, UINT nID, CFile* pPersist,
@@ -160,7 +160,7 @@ HRESULT COleControlSite::DoVerb(LONG nVerb, LPMSG lpMsg)
     return result;
 }
 
-// --- the control's window
+// ---- The control's window
 
 void COleControlSite::AttachWindow()
 {
@@ -250,7 +250,7 @@ int COleControlSite::GetDlgCtrlID() const
     return static_cast<int>(m_nID);
 }
 
-// --- members of the control
+// ---- Members of the control
 
 void AFX_CDECL COleControlSite::InvokeHelper(DISPID dwDispID, WORD wFlags, VARTYPE vtRet, void* pvRet,
                                              const BYTE* pbParamInfo, ...)
@@ -294,7 +294,7 @@ BOOL AFX_CDECL COleControlSite::SafeSetProperty(DISPID dwDispID, VARTYPE vtProp,
     return done;
 }
 
-// --- keys
+// ---- Keys
 
 void COleControlSite::GetControlInfo()
 {
@@ -322,7 +322,7 @@ BOOL COleControlSite::OnMnemonic(MSG* pMsg)
     return SUCCEEDED(control->OnMnemonic(pMsg));
 }
 
-// --- events
+// ---- Events
 
 BOOL COleControlSite::GetEventIID(IID* piid)
 {
@@ -367,7 +367,7 @@ HRESULT COleControlSite::OnEvent(DISPID dispid, const DISPPARAMS& params)
     return result == S_FALSE ? S_OK : result;
 }
 
-// --- destruction
+// ---- Destruction
 
 void COleControlSite::Deactivate()
 {

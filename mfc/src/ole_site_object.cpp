@@ -80,7 +80,7 @@ STDMETHODIMP SiteObject::QueryInterface(REFIID iid, void** object)
     return Answer(nullptr, object);
 }
 
-// --- IOleClientSite
+// ---- IOleClientSite
 
 STDMETHODIMP SiteObject::GetMoniker(DWORD, DWORD, IMoniker** moniker)
 {
@@ -94,7 +94,7 @@ STDMETHODIMP SiteObject::GetContainer(IOleContainer** container)
     return E_NOINTERFACE;
 }
 
-// --- IOleInPlaceSite
+// ---- IOleInPlaceSite
 
 STDMETHODIMP SiteObject::GetWindow(HWND* window)
 {
@@ -174,7 +174,7 @@ STDMETHODIMP SiteObject::OnPosRectChange(const RECT* position)
     return m_site->m_pInPlaceObject->SetObjectRects(m_site->m_rect, m_site->m_rect);
 }
 
-// --- IOleControlSite
+// ---- IOleControlSite
 
 STDMETHODIMP SiteObject::OnControlInfoChanged()
 {
@@ -218,7 +218,7 @@ STDMETHODIMP SiteObject::TranslateAccelerator(MSG* msg, DWORD)
     return ::IsDialogMessage(parent, msg) ? S_OK : S_FALSE;
 }
 
-// --- ambient properties and events
+// ---- Ambient properties and events
 
 STDMETHODIMP SiteObject::GetTypeInfoCount(UINT* count)
 {

@@ -25,7 +25,7 @@ CWinThread::~CWinThread()
         state->m_pCurrentWinThread = nullptr;
 }
 
-// --- starting and ending
+// ---- Starting and ending
 
 namespace
 {
@@ -163,7 +163,7 @@ CWnd* CWinThread::GetMainWnd()
     return CWnd::GetActiveWindow();
 }
 
-// --- the loop
+// ---- The loop
 
 int CWinThread::Run()
 {

@@ -45,7 +45,7 @@ CWnd::~CWnd()
     delete m_pCtrlCont;
 }
 
-// --- handles
+// ---- Handles
 
 CWnd* HandleTraits<CWnd>::Make(HWND hWnd)
 {
@@ -99,7 +99,7 @@ HWND CWnd::Detach()
     return hWnd;
 }
 
-// --- the window procedure
+// ---- The window procedure
 
 namespace
 {
@@ -196,7 +196,7 @@ WNDPROC* CWnd::GetSuperWndProcAddr()
     return &m_pfnSuper;
 }
 
-// --- creation
+// ---- Creation
 
 namespace
 {
@@ -332,7 +332,7 @@ BOOL CWnd::CreateEx(DWORD dwExStyle, LPCTSTR lpszClassName, LPCTSTR lpszWindowNa
     return hWnd != nullptr;
 }
 
-// --- subclassing
+// ---- Subclassing
 
 void CWnd::PreSubclassWindow() {}
 
@@ -362,7 +362,7 @@ HWND CWnd::UnsubclassWindow()
     return Detach();
 }
 
-// --- destruction
+// ---- Destruction
 
 BOOL CWnd::DestroyWindow()
 {
@@ -407,7 +407,7 @@ void CWnd::OnNcDestroy()
 
 void CWnd::PostNcDestroy() {}
 
-// --- window classes
+// ---- Window classes
 
 LPCTSTR AFXAPI AfxRegisterWndClass(UINT nClassStyle, HCURSOR hCursor, HBRUSH hbrBackground, HICON hIcon)
 {

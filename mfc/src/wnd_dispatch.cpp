@@ -165,7 +165,7 @@ BOOL CWnd::OnNotify(WPARAM, LPARAM lParam, LRESULT* pResult)
                     MAKELONG(header->code, WM_NOTIFY), &notify, nullptr);
 }
 
-// --- reflection
+// ---- Reflection
 
 BOOL PASCAL CWnd::ReflectLastMsg(HWND hWndChild, LRESULT* pResult)
 {

@@ -16,7 +16,7 @@ bool VGHasHtmlEngine()
     return true;
 }
 
-// --- CMediaCtrl
+// ---- CMediaCtrl
 
 IMPLEMENT_DYNCREATE(CMediaCtrl, CHtmlView)
 
@@ -145,7 +145,7 @@ void CMediaCtrl::SetFullScreen(int fullScreen)
         CHtmlView::SetFullScreen(fullScreen != 0);
 }
 
-// --- CDHtmlSpecEventSink
+// ---- CDHtmlSpecEventSink
 
 CDHtmlSpecEventSink::CDHtmlSpecEventSink() = default;
 
@@ -166,7 +166,7 @@ void CDHtmlSpecEventSink::SetDocument(LPDISPATCH document)
         ConnectDHtmlEvents(document);
 }
 
-// --- CMediaView
+// ---- CMediaView
 
 IMPLEMENT_DYNCREATE(CMediaView, CHtmlView)
 

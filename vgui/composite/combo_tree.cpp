@@ -217,7 +217,7 @@ CString ComboTree::GetWindowText() const
     return text;
 }
 
-// The drop-down ---------------------------------------------------------------------------------------------
+// ---- The drop-down
 
 void ComboTree::CalculateDroppedRect(RECT* rect) const
 {
@@ -354,7 +354,7 @@ void ComboTree::OnDropdownButton()
         ShowTree();
 }
 
-// Keyboard and focus ----------------------------------------------------------------------------------------
+// ---- Keyboard and focus
 
 BOOL ComboTree::PreTranslateMessage(MSG* pMsg)
 {

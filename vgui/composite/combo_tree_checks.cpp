@@ -8,7 +8,7 @@ constexpr int kStateShift = 12; // of the state image's index in an item's state
 
 } // namespace
 
-// Walks -----------------------------------------------------------------------------------------------------
+// ---- Walks
 
 HTREEITEM ComboTreeDropList::NextInTree(HTREEITEM item) const
 {
@@ -96,7 +96,7 @@ HTREEITEM ComboTreeDropList::PreviousChecked(HTREEITEM item) const
     return item;
 }
 
-// Check states ----------------------------------------------------------------------------------------------
+// ---- Check states
 
 int ComboTreeDropList::GetCheckState(HTREEITEM item) const
 {

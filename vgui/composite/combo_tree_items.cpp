@@ -111,7 +111,7 @@ CString ComboTree::GetCurrentTreeItem() const
     return text;
 }
 
-// Check states ----------------------------------------------------------------------------------------------
+// ---- Check states
 
 BOOL ComboTree::SetCheck(HTREEITEM item, BOOL check)
 {
@@ -142,7 +142,7 @@ HTREEITEM ComboTree::GetPrevCheckedItem(HTREEITEM item) const
     return m_bHasCheckboxes ? m_tree.PreviousChecked(item) : nullptr;
 }
 
-// Walks -----------------------------------------------------------------------------------------------------
+// ---- Walks
 
 HTREEITEM ComboTree::GetNextItem(HTREEITEM item) const
 {

@@ -165,7 +165,7 @@ void ComboTreeDropList::HighlightSelection(CDC& dc, const CRect& client)
     dc.BitBlt(label.left, label.top, label.Width(), label.Height(), &memory, 0, 0, SRCCOPY);
 }
 
-// Mouse and keys --------------------------------------------------------------------------------------------
+// ---- Mouse and keys
 
 HTREEITEM ComboTreeDropList::ItemAt(CPoint point, UINT hitFlags) const
 {
@@ -234,7 +234,7 @@ UINT ComboTreeDropList::OnGetDlgCode()
     return kDlgCode;
 }
 
-// Paths -----------------------------------------------------------------------------------------------------
+// ---- Paths
 
 HTREEITEM ComboTreeDropList::FindPath(LPCWSTR path, HTREEITEM parent) const
 {

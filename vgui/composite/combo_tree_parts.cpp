@@ -3,7 +3,7 @@
 
 #include "vgui/foundation/attached.h"
 
-// The edit field --------------------------------------------------------------------------------------------
+// ---- The edit field
 
 IMPLEMENT_DYNAMIC(ComboTreeEdit, VEdit)
 
@@ -28,7 +28,7 @@ UINT ComboTreeEdit::OnGetDlgCode()
     return combo != nullptr && combo->m_takenKey != 0 ? code | DLGC_WANTALLKEYS : code;
 }
 
-// The button ------------------------------------------------------------------------------------------------
+// ---- The button
 
 IMPLEMENT_DYNAMIC(ComboTreeButton, VButton)
 
@@ -52,7 +52,7 @@ void ComboTreeButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
     ::DrawFrameControl(lpDrawItemStruct->hDC, &lpDrawItemStruct->rcItem, DFC_SCROLL, state);
 }
 
-// The hook on the parent ------------------------------------------------------------------------------------
+// ---- The hook on the parent
 
 void ComboTreeHook::Prepare(ComboTree* pCombo, HWND hWatched)
 {

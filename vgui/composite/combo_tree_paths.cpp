@@ -72,7 +72,7 @@ ComboTreeLabels::Children* ComboTreeLabels::KnownIndexAround(HTREEITEM item)
     return m_index.empty() ? nullptr : KnownIndexOf(m_tree.GetParentItem(item));
 }
 
-// Keeping up with the tree ----------------------------------------------------------------------------------
+// ---- Keeping up with the tree
 
 bool ComboTreeLabels::Concerns(UINT message)
 {
@@ -207,7 +207,7 @@ void ComboTreeLabels::NoteRenamed(HTREEITEM item, const std::wstring& oldLabel)
         m_index.erase(m_tree.GetParentItem(item));
 }
 
-// Paths -----------------------------------------------------------------------------------------------------
+// ---- Paths
 
 ComboTreePathParts SplitTreePath(std::wstring_view path, wchar_t delimiter)
 {

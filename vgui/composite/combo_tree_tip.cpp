@@ -190,7 +190,7 @@ int CComboPopupText::OnMouseActivate(CWnd* /*pDesktopWnd*/, UINT /*nHitTest*/, U
     return MA_NOACTIVATE;
 }
 
-// The hook on the tree --------------------------------------------------------------------------------------
+// ---- The hook on the tree
 
 BOOL ComboTreeTip::Watch(CTreeCtrl& tree)
 {

@@ -46,7 +46,7 @@ VOutlineEx::~VOutlineEx()
     DeleteBitmaps();
 }
 
-// Items -----------------------------------------------------------------------------------------------------
+// ---- Items
 
 void VOutlineEx::AddItem(const CString& text, int bitmapId)
 {
@@ -92,7 +92,7 @@ int VOutlineEx::PointToItem(const CPoint& point) const
     return (point.y - ItemsTop()) / m_nItemHeight;
 }
 
-// Drawing ---------------------------------------------------------------------------------------------------
+// ---- Drawing
 
 void VOutlineEx::OnPaint()
 {
@@ -189,7 +189,7 @@ void VOutlineEx::DrawOutlineItem(CDC* pDC, const CRect& rect, const Item& item, 
     DrawItemText(*pDC, rect, item.text);
 }
 
-// Mouse -----------------------------------------------------------------------------------------------------
+// ---- Mouse
 
 // A static without SS_NOTIFY would leave the mouse to its parent.
 LRESULT VOutlineEx::OnNcHitTest(CPoint /*point*/)

@@ -58,7 +58,7 @@ CXTTipWindow::~CXTTipWindow()
     DestroyWindow();
 }
 
-// Preparing -------------------------------------------------------------------------------------------------
+// ---- Preparing
 
 BOOL CXTTipWindow::Create(CWnd* parent)
 {
@@ -151,7 +151,7 @@ void CXTTipWindow::SplitBody()
         m_lines.Add(m_strBody.Mid(start));
 }
 
-// Showing and hiding ----------------------------------------------------------------------------------------
+// ---- Showing and hiding
 
 BOOL CXTTipWindow::ShowTipWindow(const CPoint& point, DWORD style, UINT delay, UINT duration, BOOL centre)
 {
@@ -258,7 +258,7 @@ void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
     m_bShowPending = FALSE;
 }
 
-// Geometry --------------------------------------------------------------------------------------------------
+// ---- Geometry
 
 CSize CXTTipWindow::MeasureBody(CDC& dc) const
 {
@@ -319,7 +319,7 @@ CRect CXTTipWindow::GetWorkArea(const CPoint& /*point*/) const
     return monitor.rcWork;
 }
 
-// Drawing ---------------------------------------------------------------------------------------------------
+// ---- Drawing
 
 void CXTTipWindow::OnPaint()
 {
@@ -424,7 +424,7 @@ int CXTTipWindow::CheckValue(int value)
     return std::clamp(value, 0, 255);
 }
 
-// Mouse and focus -------------------------------------------------------------------------------------------
+// ---- Mouse and focus
 
 void CXTTipWindow::OnMouseMove(UINT /*nFlags*/, CPoint point)
 {

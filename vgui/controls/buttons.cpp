@@ -89,7 +89,7 @@ DWORD VFlatButton::OnDrawBackground(CDC* pDC, const RECT* pRect)
     return StResultOk;
 }
 
-// --- links
+// ---- Links
 
 IMPLEMENT_DYNAMIC(VHotTrackBtn, CButton)
 

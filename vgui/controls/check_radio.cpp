@@ -63,7 +63,7 @@ void DrawDot(CDC& dc, CRect box, COLORREF color)
 
 } // namespace
 
-// --- check box
+// ---- Check box
 
 IMPLEMENT_DYNAMIC(VCheckBox, VButtonST)
 
@@ -192,7 +192,7 @@ void VCheckBox::DrawOrange(CDC* pDC, const CRect& rect)
     }
 }
 
-// --- radio button
+// ---- Radio button
 
 namespace
 {

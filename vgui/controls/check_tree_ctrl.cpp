@@ -115,7 +115,7 @@ BEGIN_MESSAGE_MAP(VCheckTreeCtrl, VTreeCtrl)
     ON_COMMAND(VGTreeReverseAll, &VCheckTreeCtrl::ReverseAll)
 END_MESSAGE_MAP()
 
-// Images ----------------------------------------------------------------------------------------------------
+// ---- Images
 
 void VCheckTreeCtrl::PreSubclassWindow()
 {
@@ -160,7 +160,7 @@ void VCheckTreeCtrl::SetUseCheck(bool use)
         ShowCheckImages();
 }
 
-// States ----------------------------------------------------------------------------------------------------
+// ---- States
 
 CTC_CHECKSTAT VCheckTreeCtrl::GetNodeCheckStat(const HTREEITEM& item) const
 {
@@ -273,7 +273,7 @@ bool VCheckTreeCtrl::IsNoneChecked() const
     return AreRoots(CtcUnchecked);
 }
 
-// Mouse -----------------------------------------------------------------------------------------------------
+// ---- Mouse
 
 void VCheckTreeCtrl::OnLButtonDown(UINT nFlags, CPoint point)
 {
@@ -312,7 +312,7 @@ void VCheckTreeCtrl::ToggleByMouse(HTREEITEM item)
 
 void VCheckTreeCtrl::OnContextMenu(CWnd* /*pWnd*/, CPoint /*point*/) {}
 
-// For all trees ---------------------------------------------------------------------------------------------
+// ---- For all trees
 
 bool AdjustTreeCtrlCheckState(VCheckTreeCtrl& tree)
 {

@@ -120,7 +120,7 @@ void VButtonST::Repaint(BOOL bRepaint)
         Invalidate();
 }
 
-// --- settings
+// ---- Settings
 
 DWORD VButtonST::SetIcon(int nIconIn, int nIconOut)
 {
@@ -319,7 +319,7 @@ DWORD VButtonST::SetMenu(UINT nMenu, HWND hParentWnd, BOOL bRepaint)
     return StResultOk;
 }
 
-// --- tooltip
+// ---- Tooltip
 
 void VButtonST::InitToolTip()
 {
@@ -358,7 +358,7 @@ BOOL VButtonST::PreTranslateMessage(MSG* pMsg)
     return CButton::PreTranslateMessage(pMsg);
 }
 
-// --- the window
+// ---- The window
 
 void VButtonST::PreSubclassWindow()
 {

@@ -177,7 +177,7 @@ DWORD VButtonST::OnDrawBorder(CDC* pDC, const RECT* pRect)
     return StResultOk;
 }
 
-// --- pictures
+// ---- Pictures
 
 int VButtonST::ImageIndex(bool hasNormalImage, BOOL bPressed) const
 {
@@ -289,7 +289,7 @@ HBITMAP VButtonST::CreateBitmapMask(HBITMAP hSource, DWORD dwWidth, DWORD dwHeig
     return result.Release();
 }
 
-// --- the parent's picture
+// ---- The parent's picture
 
 void VButtonST::PaintBk(CDC* pDC)
 {

@@ -43,7 +43,7 @@ PageStruct::~PageStruct()
         ::DeleteObject(hBitmap);
 }
 
-// --- VTabPage
+// ---- VTabPage
 
 IMPLEMENT_DYNAMIC(VTabPage, VGuiDlg)
 
@@ -74,7 +74,7 @@ void VTabPage::OnCancel()
     PostToGrandparent(*this, IDCANCEL);
 }
 
-// --- VTabDlgCtrl
+// ---- VTabDlgCtrl
 
 IMPLEMENT_DYNAMIC(VTabDlgCtrl, VTabCtrl)
 
@@ -162,7 +162,7 @@ int VTabDlgCtrl::IsPageEnabled(int page) const
     return IsPage(page) ? m_pages[page]->bEnabled : 0;
 }
 
-// --- pages and tabs
+// ---- Pages and tabs
 
 int VTabDlgCtrl::MapPageToTabItem(int page) const
 {
@@ -417,7 +417,7 @@ void VTabDlgCtrl::ReInitAllPages()
         ReInitPage(page);
 }
 
-// --- messages
+// ---- Messages
 
 BOOL VTabDlgCtrl::OnSelchange(NMHDR*, LRESULT* pResult)
 {

@@ -12,7 +12,7 @@
 // Stands for "no colour" wherever a colour may be absent.
 inline constexpr COLORREF VGNoColor = 0xFFFFFFFF;
 
-// Colour arithmetic -----------------------------------------------------------------------------------------
+// ---- Colour arithmetic
 
 // The colour with nDelta added to each channel, clamped to 0..255; a negative delta darkens.
 VGUI_API COLORREF VGFadeColor(COLORREF clr, int nDelta);
@@ -21,7 +21,7 @@ VGUI_API COLORREF VGFadeColor(COLORREF clr, int nDeltaR, int nDeltaG, int nDelta
 // Each channel becomes 255 minus itself.
 VGUI_API COLORREF VGInvertColor(COLORREF clr);
 
-// Fills -----------------------------------------------------------------------------------------------------
+// ---- Fills
 
 // Fills with a gradient: nDir 0 from top (clrFrom) to bottom (clrTo), any other value from left to right.
 VGUI_API void VGGradientFillRect(CDC* pDC, const CRect& rect, COLORREF clrFrom, COLORREF clrTo, int nDir);
@@ -48,7 +48,7 @@ VGUI_API void VGAlphaBlend(CDC* pDest, const CRect& rcDest, CDC* pSrc, const CRe
 VGUI_API void VGAlphaBlendColorToRect(CDC* pDC, const CRect& rect, int nAlpha, COLORREF clrFrom,
                                       COLORREF clrTo);
 
-// Frames ----------------------------------------------------------------------------------------------------
+// ---- Frames
 
 // Outlines the rectangle with the selected pen; the lines run through right and bottom.
 VGUI_API void VGDrawBorder(CDC* pDC, const CRect& rect);
@@ -63,7 +63,7 @@ VGUI_API void VGDraw3dCtrlFrame(CDC* pDC, const CRect& rect, COLORREF clr, int n
 VGUI_API void VGDrawFadeRect(CDC* pDC, const CRect& rect, COLORREF clrFrom, COLORREF clrTo, int nSteps,
                              int nDir);
 
-// Triangles -------------------------------------------------------------------------------------------------
+// ---- Triangles
 
 // The directions in which triangles point.
 inline constexpr int VGTriangleDown = 0;
@@ -77,7 +77,7 @@ VGUI_API void VGDrawSmallSolidTriangle(CDC* pDC, const CRect& rect, COLORREF clr
 // A triangle of nSize rows whose tip is the pixel apex. Other directions draw nothing.
 VGUI_API void VGDrawSmallSolidTriangle(CDC* pDC, const CPoint& apex, int nSize, COLORREF clr, int nDir);
 
-// Text ------------------------------------------------------------------------------------------------------
+// ---- Text
 
 // Draws text with a halo of nGlow units that fades from clrText at the letters towards clrGlow, with the
 // channel rule of VGDrawFadeRect. nFormat is that of CDC::DrawText; the text is never modified. Leaves the
@@ -96,13 +96,13 @@ inline constexpr DWORD VGFontStrikeOut = 8;
 // are cut at the 31 characters that a logical font holds.
 VGUI_API void VGCreateFont(CFont& font, CDC* pDC, const wchar_t* face, int nPointSize, DWORD dwStyle);
 
-// Windows ---------------------------------------------------------------------------------------------------
+// ---- Windows
 
 // The background colour for a control: that of its parent when this is a skinned dialog, otherwise the
 // system's button face, also for a null window.
 VGUI_API COLORREF VGGetParentBkColor(CWnd* pWnd);
 
-// Scoped pen and brush --------------------------------------------------------------------------------------
+// ---- Scoped pen and brush
 
 // A solid 1-unit pen that is selected into a device context for the length of a block. Destruction selects
 // the previous pen again and deletes this one. The context must outlive the holder; scopes on one context

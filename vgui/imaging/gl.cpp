@@ -58,7 +58,7 @@ int CGL::OnCreatePaletteCI(LOGPALETTE*)
     return 0;
 }
 
-// --- creation
+// ---- Creation
 
 int CGL::Create(CWnd* pWnd, int pixelType, DWORD flags)
 {
@@ -112,7 +112,7 @@ int CGL::CreateOn(CWnd* pWnd, BYTE colorBits, int pixelType, DWORD flags)
     return FALSE;
 }
 
-// --- the palette
+// ---- The palette
 
 BOOL CGL::CreatePalette(const PIXELFORMATDESCRIPTOR& pfd)
 {
@@ -186,7 +186,7 @@ CPalette* CGL::GetPalette()
     return m_pPal;
 }
 
-// --- frames
+// ---- Frames
 
 void CGL::MakeCurrent()
 {
