@@ -3,7 +3,6 @@
 #include "bench/bench_dialog.h"
 
 #include <array>
-#include <memory>
 #include <string>
 
 namespace

@@ -3,7 +3,6 @@
 #include "bench/bench.h"
 #include "bench/picture.h"
 
-#include <array>
 #include <string>
 
 namespace

@@ -3,7 +3,7 @@
 #include "bench/bench_dialog.h"
 #include "vgui/dialogs/dlg_resizer.h"
 
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace

@@ -6,12 +6,9 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/vgui")
 install(TARGETS vgui EXPORT vguiTargets
   FILE_SET headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 if(MINGW)
-  install(TARGETS mfc EXPORT vguiTargets
+  install(TARGETS mfc mfc_main EXPORT vguiTargets
     FILE_SET headers DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/mfcsubset"
     FILE_SET header_parts DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/mfcsubset")
-  if(TARGET mfc_main)
-    install(TARGETS mfc_main EXPORT vguiTargets)
-  endif()
   install(FILES ${VGUI_RUNTIME_DLLS} DESTINATION "${CMAKE_INSTALL_BINDIR}")
   set(VGUI_BUILT_WITH_MINGW TRUE)
 else()

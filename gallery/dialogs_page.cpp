@@ -3,7 +3,7 @@
 #include "gallery/resource.h"
 
 #include <functional>
-#include <utility>
+#include <memory>
 
 namespace
 {

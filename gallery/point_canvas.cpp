@@ -2,7 +2,6 @@
 
 #include <vgui/vgui.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <memory>
 
 namespace
 {

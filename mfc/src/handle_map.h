@@ -1,8 +1,8 @@
 // The permanent and temporary handle maps: which framework object stands for a Windows handle.
 #pragma once
 
-#include <memory>
 #include <unordered_map>
+#include <utility>
 
 class CDC;
 class CGdiObject;

@@ -1,7 +1,6 @@
 #include "control_message.h"
 
 #include <algorithm>
-#include <vector>
 
 using afx_subset::Send;
 

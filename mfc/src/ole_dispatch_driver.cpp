@@ -3,8 +3,9 @@
 
 #include "ole_ptr.h"
 
-#include <algorithm>
 #include <cstdarg>
+#include <cstring>
+#include <utility>
 #include <vector>
 
 using namespace afx_subset;

@@ -2,6 +2,9 @@
 #include "string_chars.h"
 #include "string_format.h"
 
+#include <algorithm>
+#include <climits>
+
 namespace
 {
 

@@ -2,7 +2,9 @@
 #include "afx.h"
 #include "string_chars.h"
 
+#include <algorithm>
 #include <climits>
+#include <functional>
 
 namespace
 {

@@ -4,11 +4,12 @@
 
 #include "cstringt.h"
 
-#include <algorithm>
-#include <climits>
+#include <cctype>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
 #include <cwchar>
 #include <cwctype>
-#include <string>
 
 namespace afx_subset
 {

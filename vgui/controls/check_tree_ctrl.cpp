@@ -4,7 +4,6 @@
 #include "vgui/foundation/library_instance.h"
 #include "vgui/res/resource.h"
 
-#include <utility>
 #include <vector>
 
 namespace
