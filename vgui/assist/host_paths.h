@@ -16,6 +16,7 @@ VGUI_API void VGSetHostRoot(LPCWSTR root);
 // The full path of a file in the host's folder "sys", such as "product.ini" and "AssistSystem.ini".
 VGUI_API CString VGHostSysFile(LPCWSTR name);
 
-// A value of an INI file, cut to size - 1 characters; the default when there is none.
+// A value of an INI file, cut to size - 1 characters; the default when there is none. For the library itself:
+// not exported.
 CString VGReadIniValue(LPCWSTR file, LPCWSTR section, LPCWSTR key, LPCWSTR defaultValue = L"",
                        int size = 260);

@@ -253,7 +253,7 @@ void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
     CPoint cursor;
     ::GetCursorPos(&cursor);
     if (!m_rcHot.IsRectEmpty() && !m_rcHot.PtInRect(cursor))
-        return; // still pending, intendedly: no other show until the tip is hidden
+        return; // still pending on purpose: no other show until the tip is hidden
     Appear();
     m_bShowPending = FALSE;
 }

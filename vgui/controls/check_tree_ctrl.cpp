@@ -234,8 +234,8 @@ void VCheckTreeCtrl::UncheckAll()
 
 // Toggling an item by the rules makes everything below it alike, and toggling its children afterwards finds
 // them so; toggles of siblings touch only what is above. So each item is toggled exactly once, to the
-// opposite of its parent, and the last word on an item with children have the children: one pass instead of a
-// propagation for every item.
+// opposite of its parent, and an item with children ends up as they say: one pass instead of a propagation
+// for every item.
 void VCheckTreeCtrl::ReverseAll()
 {
     const TreeNodes nodes = ItemsFrom(*this, GetRootItem());

@@ -8,11 +8,10 @@
 
 // What VButtonST's setters answer.
 inline constexpr DWORD StResultOk = 0;
-inline constexpr DWORD StResultBadResource =
-    1; // an icon, bitmap, menu or cursor cannot be loaded or inspected
-inline constexpr DWORD StResultMaskFailed = 2; // the transparency mask of a bitmap cannot be made
-inline constexpr DWORD StResultBadIndex = 3;   // no such colour
-inline constexpr DWORD StResultBadAlign = 4;   // no such alignment
+inline constexpr DWORD StResultBadResource = 1; // an icon, bitmap, menu or cursor cannot be loaded or read
+inline constexpr DWORD StResultMaskFailed = 2;  // the transparency mask of a bitmap cannot be made
+inline constexpr DWORD StResultBadIndex = 3;    // no such colour
+inline constexpr DWORD StResultBadAlign = 4;    // no such alignment
 
 // An owner-drawn push button with an icon or a bitmap beside, above or to the right of its caption. It can be
 // flat until the mouse is over it, toggle, drop down a menu, open a link, and show a cursor and a tooltip of

@@ -21,6 +21,7 @@
 // coordinates. A copy lays out the same controls with a state of its own. User-interface thread only.
 class VGUI_API VDlgResizerBase
 {
+    // The order of the virtual functions is part of the binary interface.
 private:
     // Lays out the control of one record for a change of the dialog's size by (dx, dy): adds its new place
     // to the batch hDwp, an HDWP. May throw.

@@ -60,7 +60,7 @@ public:
     bool AddToolTips(UINT nID, const CString& text) override;
     bool AddToolTips(CWnd* pWnd, const CString& text) override;
 
-    // Sets the text colour of a control; 0xFFFFFFFF takes it away. Nothing happens when the control does
+    // Sets the text colour of a control; VGNoColor takes it away. Nothing happens when the control does
     // not exist. The last three arguments are accepted and not used.
     void SetStaticCtrlFormat(UINT nID, COLORREF clrText, UINT, const wchar_t*, int);
     // The colour set for a control. False, and clr untouched, when none is set.
