@@ -57,6 +57,7 @@ TEST_F(PrintClient, IsThePictureOnTheScreen)
 {
     Check<VProgressCtrl>("progress bar", PROGRESS_CLASS, 0, [](VProgressCtrl& bar) { bar.SetPos(40); });
     Check<VSpinButtonCtrl>("spin button", UPDOWN_CLASS, 0);
+    Check<VSpinButtonCtrl>("horizontal spin button", UPDOWN_CLASS, UDS_HORZ);
     Check<VGroup>("group box", L"BUTTON", BS_GROUPBOX);
     Check<VGroup>("group box with a title", L"BUTTON", BS_GROUPBOX | BS_RIGHT,
                   [](VGroup& group) { group.SetUseTitle(TRUE); });

@@ -33,7 +33,6 @@ protected:
         ASSERT_TRUE(spin.Create(WS_CHILD | WS_VISIBLE | style, kPlace, &host, 7));
         spin.SetRange32(0, 100);
         spin.SetPos32(50);
-        spin.Invalidate(); // Wine's stock control does not paint when it is created horizontal and visible
         PumpMessages();
     }
     [[nodiscard]] CRect Half(Part part) const

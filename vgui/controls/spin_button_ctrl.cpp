@@ -69,6 +69,7 @@ void DrawArrow(CDC& dc, const CRect& half, int size, COLORREF color, int directi
 IMPLEMENT_DYNAMIC(VSpinButtonCtrl, CSpinButtonCtrl)
 
 BEGIN_MESSAGE_MAP(VSpinButtonCtrl, CSpinButtonCtrl)
+    ON_WM_CREATE()
     ON_WM_PAINT()
     ON_WM_ERASEBKGND()
     ON_WM_MOUSEMOVE()
@@ -81,12 +82,22 @@ BEGIN_MESSAGE_MAP(VSpinButtonCtrl, CSpinButtonCtrl)
     ON_MESSAGE(WM_PRINTCLIENT, &VSpinButtonCtrl::OnPrintClient)
 END_MESSAGE_MAP()
 
-// The mouse may have been on an arrow when the object's former window went.
 void VSpinButtonCtrl::PreSubclassWindow()
 {
+    // The mouse may have been on an arrow when the object's former window went.
     m_nHot = Part::None;
     m_nPressed = Part::None;
     CSpinButtonCtrl::PreSubclassWindow();
+    Invalidate(); // see OnCreate
+}
+
+// Wine's control makes itself visible while it is created. Unless it then changes its size, as one with
+// arrows above each other does, nothing has it painted.
+int VSpinButtonCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    const int result = CSpinButtonCtrl::OnCreate(lpCreateStruct);
+    Invalidate();
+    return result;
 }
 
 CRect VSpinButtonCtrl::PartRect(const CRect& area, bool horizontal, Part part)

@@ -26,6 +26,7 @@ protected:
     void Draw(CDC& dc);
 
     void PreSubclassWindow() override;
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
