@@ -1,6 +1,7 @@
 #include "vgui/controls/buttons.h"
 
 #include "tests/controls/button_fixture.h"
+#include "tests/support/import_patch.h"
 
 #include <utility>
 
@@ -48,6 +49,14 @@ protected:
 
     HostWnd host;
 };
+
+int g_trackings = 0;
+
+BOOL WINAPI CountTracking(TRACKMOUSEEVENT* track)
+{
+    ++g_trackings;
+    return ::TrackMouseEvent(track);
+}
 
 // The box of a check box or radio button of 100 by 30.
 CRect BoxOf(int size)
@@ -221,12 +230,17 @@ TEST_F(Buttons, CheckBoxesAndRadioButtonsFollowTheMouse)
     OpenedRadio radio;
     Subclass(check, BS_AUTOCHECKBOX);
     Subclass(radio, BS_AUTORADIOBUTTON, L"", 502, CRect(20, 60, 120, 90));
+    const ImportPatch counted(L"vgui.dll", "TrackMouseEvent", reinterpret_cast<void*>(CountTracking));
+    ASSERT_TRUE(counted.IsInPlace());
+    g_trackings = 0;
     MoveTo(CenterOf(check.m_hWnd));
     EXPECT_TRUE(check.hot);
+    EXPECT_EQ(g_trackings, 1);
     const CRect ring = Deflated(BoxOf(VGM.Check.nBoxSize), 1);
     ExpectSides(CaptureClient(check.m_hWnd), ring, RGB(255, 203, 121));
     MoveTo(CenterOf(radio.m_hWnd));
     EXPECT_TRUE(radio.hot);
+    EXPECT_EQ(g_trackings, 2);
     EXPECT_TRUE(PumpUntil([&] { return !check.hot; }));
     EXPECT_FALSE(check.hovering);
     const CRect box = BoxOf(VGM.Radio.nBoxSize);

@@ -84,7 +84,7 @@ void VCheckBox::PreSubclassWindow()
 void VCheckBox::OnMouseMove(UINT nFlags, CPoint point)
 {
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot);
+    BeginHot(*this, hot, hovering);
 }
 
 void VCheckBox::OnMouseLeave()
@@ -310,7 +310,7 @@ BOOL VRadioBtn::OnClicked()
 void VRadioBtn::OnMouseMove(UINT nFlags, CPoint point)
 {
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot);
+    BeginHot(*this, hot, hovering);
 }
 
 void VRadioBtn::OnMouseLeave()

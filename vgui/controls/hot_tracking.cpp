@@ -1,11 +1,13 @@
 #include "vgui/controls/hot_tracking.h"
 
-void BeginHot(CWnd& control, BOOL& hot)
+void BeginHot(CWnd& control, BOOL& hot, BOOL isTracked)
 {
     if (hot)
         return;
     hot = TRUE;
     control.Invalidate();
+    if (isTracked)
+        return;
     TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, control.m_hWnd, 0};
     ::TrackMouseEvent(&track);
 }

@@ -3,8 +3,9 @@
 
 #include <afxwin.h>
 
-// Sets hot, repaints the control and asks for WM_MOUSELEAVE; nothing while it is hot.
-void BeginHot(CWnd& control, BOOL& hot);
+// Sets hot, repaints the control and asks for WM_MOUSELEAVE, unless it isTracked: the message has been asked
+// for already. Nothing while it is hot.
+void BeginHot(CWnd& control, BOOL& hot, BOOL isTracked = FALSE);
 // Clears hot and repaints the control; nothing unless it is hot.
 void EndHot(CWnd& control, BOOL& hot);
 // The one or the other.
