@@ -1,6 +1,7 @@
 // The DIB object on a device context: plain, stretched, dithered and transparent, and drawing into it.
 #include "vgui/imaging/dib.h"
 
+#include "vgui/foundation/within_memory.h"
 #include "vgui/imaging/dib_block.h"
 #include "vgui/imaging/dib_dither.h"
 #include "vgui/imaging/dib_draw.h"
@@ -8,7 +9,6 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
-#include <new>
 #include <utility>
 
 namespace
@@ -127,7 +127,7 @@ int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD) const
 {
     if (!IsUsable(pDC) || !AreGdiCoordinates(rcDest) || !AreGdiCoordinates(rcSrc))
         return FALSE;
-    try {
+    return VWithinMemory([&] {
         const VOwnedGlobal copy = DitherDib(m_hDib);
         const VLockedDib dib(copy.Get());
         const VOwnedPalette palette = dib ? DibPalette(dib) : VOwnedPalette();
@@ -135,9 +135,7 @@ int CDib::DitherDisplay(CDC* pDC, CRect rcDest, CRect rcSrc, DWORD) const
             return FALSE;
         const VPaletteScope realized(pDC->m_hDC, palette.Get(), TRUE, FALSE);
         return StretchDib(pDC->m_hDC, dib, rcDest, rcSrc);
-    } catch (const std::bad_alloc&) {
-        return FALSE;
-    }
+    });
 }
 
 // ---- Transparent

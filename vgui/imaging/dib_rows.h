@@ -1,10 +1,10 @@
 // Pixel rows of packed DIBs in the forms that image processing works on. For use inside the library.
 #pragma once
 
+#include "vgui/foundation/within_memory.h"
 #include "vgui/imaging/dib_block.h"
 
 #include <array>
-#include <new>
 #include <vector>
 
 // ---- Pixels as they stand: below 8 bits one byte per pixel, otherwise the bytes of the row
@@ -63,10 +63,8 @@ VOwnedGlobal NewColorDib(const VDibView& source, LONG width, LONG height);
 template <class Make>
 VOwnedGlobal ProcessDib(HGLOBAL hDib, Make make)
 {
-    try {
+    return VWithinMemory([&] {
         const VLockedDib source(hDib);
         return source && source.Compression() == BI_RGB ? make(source) : VOwnedGlobal();
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
+    });
 }

@@ -1,5 +1,6 @@
 // The plain image in memory and the surface to draw on.
 #include "vgui/foundation/gdi_scope.h"
+#include "vgui/foundation/within_memory.h"
 #include "vgui/imaging/dib_block.h"
 #include "vgui/imaging/dib_pal.h"
 
@@ -7,7 +8,6 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <utility>
 
 namespace
@@ -33,13 +33,11 @@ std::vector<BYTE> NewImage(int width, int height, WORD bitCount)
     const size_t rowBytes = DIBRowBytes(static_cast<size_t>(width), bitCount);
     BITMAPINFOHEADER header = DIBHeader(width, height, bitCount);
     header.biSizeImage = static_cast<DWORD>(rowBytes * static_cast<size_t>(height));
-    try {
+    return VWithinMemory([&] {
         std::vector<BYTE> block(BitsOffset(bitCount) + header.biSizeImage);
         std::memcpy(block.data(), &header, sizeof header);
         return block;
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
+    });
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 #include "vgui/imaging/dib.h"
 
 #include "vgui/foundation/draw_helpers.h"
+#include "vgui/foundation/within_memory.h"
 #include "vgui/imaging/dib_draw.h"
 #include "vgui/imaging/dib_effects.h"
 #include "vgui/imaging/dib_pause.h"
 
 #include <cstdlib>
-#include <new>
 
 namespace
 {
@@ -64,7 +64,7 @@ private:
 template <class Draw>
 int PlayFrames(VEffectFrames frames, DWORD delay, const Draw& draw)
 {
-    try {
+    return VWithinMemory([&] {
         std::vector<VEffectPart> parts;
         while (frames.Next(parts)) {
             for (const VEffectPart& part : parts)
@@ -72,9 +72,7 @@ int PlayFrames(VEffectFrames frames, DWORD delay, const Draw& draw)
             PauseTransition(delay);
         }
         return TRUE;
-    } catch (const std::bad_alloc&) {
-        return FALSE;
-    }
+    });
 }
 
 template <class Draw>
