@@ -149,7 +149,7 @@ public:                                                                         
 
 #define DECLARE_SERIAL(class_name)                                                                           \
     DECLARE_DYNCREATE(class_name)                                                                            \
-    friend CArchive& AFXAPI operator>>(CArchive& ar, class_name*& pOb);
+    friend AFX_API CArchive& AFXAPI operator>>(CArchive& ar, class_name*& pOb);
 
 #define IMPLEMENT_RUNTIMECLASS(class_name, base_class_name, wSchema, pfnNew)                                 \
     CRuntimeClass class_name::class##class_name = {                                                          \

@@ -46,6 +46,8 @@
 #define AFX_CDECL __cdecl
 #define AFX_MSG_CALL
 #define afx_msg
+// A library that exports classes with DECLARE_SERIAL says here, around them, how.
+#define AFX_API
 #define AFX_DATA
 #define AFX_DATADEF
 #define AFX_COMDAT

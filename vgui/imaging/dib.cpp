@@ -6,8 +6,6 @@
 #include <afxext.h>
 #include <utility>
 
-// The class's declaration of it exports nothing; hosts extract objects from their archives with it.
-VGUI_API CArchive& AFXAPI operator>>(CArchive& ar, CDib*& pOb);
 IMPLEMENT_SERIAL(CDib, CObject, 0)
 
 namespace

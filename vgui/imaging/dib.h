@@ -5,6 +5,10 @@
 
 #include <afxwin.h>
 
+// Has DECLARE_SERIAL export the operator that extracts an object from an archive.
+#undef AFX_API
+#define AFX_API VGUI_API
+
 // One image, held as a packed DIB (header, colour table and pixel rows in one block of movable global memory,
 // as on the clipboard), with a logical palette and a DIB-section bitmap that follow it.
 //
@@ -354,3 +358,6 @@ private:
     CGdiObject* m_pBitmapOld; // what BeginPaint displaced in m_pMemDC; temporary objects
     CPalette* m_pPaletteOld;
 };
+
+#undef AFX_API
+#define AFX_API
