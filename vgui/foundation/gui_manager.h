@@ -58,7 +58,7 @@ public:
         CPen penFrameFill;            // of clrFrameFill
         CPen penCapBtnBorder;         // of clrCapBtnBorder
         CPen penCapBtnGlyph;          // of clrCapBtnGlyph, 2 pixels
-        CPen penCapBtnGlyphLight;     // of clrCapBtnGlyphLight, 2 pixels
+        CPen penCapBtnGlyphLight;     // of clrCapBtnGlyphLight, 2 pixels; not used by the library itself
         CBrush brBk;                  // of clrBk
     };
 
@@ -70,7 +70,7 @@ public:
         COLORREF clrFrame;    // frame
         COLORREF clrHotFrame; // bevel inside the frame
         CPen penFrame;        // of clrFrame
-        CPen penHotFrame;     // of clrHotFrame
+        CPen penHotFrame;     // of clrHotFrame; not used by the library itself
     };
 
     // Edit fields.
