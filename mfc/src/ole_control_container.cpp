@@ -76,8 +76,13 @@ void COleControlContainer::DeactivateAll()
 
 BOOL COleControlContainer::OnMnemonic(MSG* pMsg)
 {
-    return std::any_of(m_sites.begin(), m_sites.end(),
-                       [pMsg](const auto& site) { return site->OnMnemonic(pMsg) != FALSE; });
+    for (size_t i = 0; i < m_sites.size(); ++i) {
+        const ComPtr<SiteObject> alive(m_sites[i]->m_pSiteObject);
+        // A site that has gone over it may have gone with this container; the key has had its effect.
+        if (m_sites[i]->OnMnemonic(pMsg) || !alive->HasSite())
+            return TRUE;
+    }
+    return FALSE;
 }
 
 // ---- CWnd

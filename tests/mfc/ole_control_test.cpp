@@ -235,6 +235,23 @@ TEST_F(OleControl, IsEndedWhileItWorks)
     EXPECT_EQ(host.m_hWnd, nullptr);
 }
 
+TEST_F(OleControl, ControlsMayGoOverAMnemonic)
+{
+    Wrapper other;
+    ASSERT_TRUE(control.Create(host));
+    ASSERT_TRUE(other.Create(host, kId + 1));
+    host.SetFocus();
+    registered.refuseMnemonics = true;
+    Wrapper* ended = &other; // then itself
+    for (const int asked : {1, 2}) {
+        registered.during = [&](const std::string&) { ended->DestroyWindow(); };
+        Key('Q', {VK_MENU});
+        EXPECT_EQ(registered.Logged("OnMnemonic"), asked);
+        EXPECT_EQ(registered.controls, 2 - asked);
+        ended = &control;
+    }
+}
+
 TEST_F(OleControl, RefusalsLeaveNothing)
 {
     CWnd noWindow;

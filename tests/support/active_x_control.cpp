@@ -178,7 +178,8 @@ struct ActiveXControlClass::Object final : IOleObject,
     STDMETHODIMP OnMnemonic(MSG*) override
     {
         m_owner.log.emplace_back("OnMnemonic");
-        return S_OK;
+        m_owner.Tell("OnMnemonic");
+        return m_owner.refuseMnemonics ? E_FAIL : S_OK;
     }
     STDMETHODIMP OnAmbientPropertyChange(DISPID) override { return S_OK; }
     STDMETHODIMP FreezeEvents(BOOL) override { return S_OK; }

@@ -65,6 +65,7 @@ public:
     // Has the next controls refuse to be activated in place, or to be initialised.
     bool refuseActivation = false;
     bool refuseState = false;
+    bool refuseMnemonics = false; // each control leaves them to the next one
 
     struct Object;
 
