@@ -1,6 +1,8 @@
 #include "tests/dialogs/gui_dlg_fixture.h"
 #include "tests/support/environment.h"
+#include "tests/support/lingering.h"
 #include "tests/support/modal.h"
+#include "tests/support/recorder.h"
 
 using namespace support;
 
@@ -28,6 +30,25 @@ protected:
 
     CFrameWnd* m_frame = nullptr;
     CWnd* m_oldMain = nullptr;
+};
+
+// Closes itself when it is told of something, as a host may do, and is freed with its window.
+class ClosingDlg : public TestDlg
+{
+public:
+    ClosingDlg() { deleteWithWindow = true; }
+
+    UINT closesAt = WM_NULL;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message != closesAt)
+            return TestDlg::WindowProc(message, wParam, lParam);
+        closesAt = WM_NULL;
+        DestroyWindow();
+        return 0;
+    }
 };
 
 void OpenOwned(TestDlg& dlg, CWnd* owner)
@@ -133,4 +154,47 @@ TEST_F(GuiDlgEditor, CommandOutlivesItsDialog)
     dlg->DestroyWindow();
     EXPECT_EQ(dlg->m_nEditorState, 0);
     dlg.reset();
+}
+
+TEST_F(GuiDlgEditor, CommandMayCloseAndFreeTheDialog)
+{
+    const struct {
+        UINT begins, completes; // the message that closes it
+    } cases[] = {
+        {WM_ACTIVATE, WM_NULL}, {WM_SHOWWINDOW, WM_NULL}, {WM_NULL, WM_SHOWWINDOW},
+        {WM_NULL, WM_ACTIVATE}, {WM_NULL, WM_SETFOCUS},
+    };
+    for (const auto& item : cases) {
+        SCOPED_TRACE(item.begins + item.completes);
+        auto* const dlg = new Lingering<ClosingDlg>;
+        OpenOwned(*dlg, m_frame);
+        const HWND window = dlg->m_hWnd;
+        {
+            dlg->closesAt = item.begins;
+            const VEditorCommand command(dlg);
+            if (::IsWindow(window))
+                dlg->closesAt = item.completes;
+        }
+        EXPECT_FALSE(::IsWindow(window));
+        EXPECT_TRUE(Lingering<ClosingDlg>::IsUntouched());
+    }
+}
+
+TEST_F(GuiDlgEditor, MainFrameIsUsableAfterAModalDialogOfAnotherWindow)
+{
+    HostWnd other;
+    ASSERT_TRUE(other.Open());
+    TestDlg dlg;
+    const DialogTemplate t = PlainTemplate();
+    ASSERT_TRUE(dlg.InitModalIndirect(t.Get(), &other));
+    auto answer = WhenModal([&](HWND) {
+        {
+            const VEditorCommand command(&dlg);
+        }
+        EXPECT_FALSE(m_frame->IsWindowEnabled());
+        dlg.EndDialog(IDOK);
+    });
+    EXPECT_EQ(dlg.DoModal(), IDOK);
+    EXPECT_TRUE(m_frame->IsWindowEnabled());
+    EXPECT_TRUE(other.IsWindowEnabled());
 }

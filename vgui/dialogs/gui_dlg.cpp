@@ -80,12 +80,6 @@ VGuiDlg::~VGuiDlg()
         DestroyWindow();
 }
 
-INT_PTR VGuiDlg::DoModal()
-{
-    m_bModeless = false;
-    return CDialog::DoModal();
-}
-
 BOOL VGuiDlg::ShowWindow(int nCmdShow)
 {
     return m_hWnd != nullptr && CDialog::ShowWindow(nCmdShow);

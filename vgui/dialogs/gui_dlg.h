@@ -35,7 +35,8 @@ public:
     VGuiDlg& operator=(const VGuiDlg&) = delete;
     virtual ~VGuiDlg();
 
-    // As CDialog::DoModal; from then on the object counts as modal for the editor-command protocol.
+    // As CDialog::DoModal; from then on the object counts as modal for the editor-command protocol. The
+    // host's main frame is enabled afterwards if it was before.
     INT_PTR DoModal() override;
 
     // Forwards to the window. Every showing and hiding done by this class goes through here.
@@ -106,9 +107,10 @@ protected:
     virtual CString GetFormatString(const CString& text);
 
     // Steps aside while the host's editor takes input: hides the dialog and gives its parent the focus
-    // (modal: also enables it and the main frame). Nothing happens without a window.
+    // (modal: also enables it and the main frame). Nothing happens without a window. What the host is told of
+    // on the way may close and free the dialog.
     void BeginEditorCommand();
-    // Undoes BeginEditorCommand. Nothing happens without one before it, or without a window.
+    // Undoes BeginEditorCommand; the same holds. Nothing happens without one before it, or without a window.
     void CompleteEditorCommand();
 
     // Gives the window a rectangular region of its own size; only with a painted non-client area.
@@ -119,7 +121,7 @@ protected:
 
     // Draws the rings of the frame along the window rectangle.
     void DrawFrame(CDC* pDC, const CRect& rcWnd);
-    // Draws the caption's gradient, text and bottom line.
+    // Draws the caption's gradient, bottom line, text and buttons.
     void DrawCaption(CDC* pDC, const CRect& rcCap);
     // Draws the caption buttons that the window's style asks for.
     void DrawCapBtns(CDC* pDC);

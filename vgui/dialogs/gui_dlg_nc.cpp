@@ -377,10 +377,13 @@ void VGuiDlg::PressCapBtn(LRESULT nHit)
     case HTMAXBUTTON:
         ShowWindow(IsZoomed() ? SW_RESTORE : SW_SHOWMAXIMIZED);
         break;
-    case HTCLOSE:
+    case HTCLOSE: {
+        // The host may close the dialog when its control loses the focus.
+        const HWND window = m_hWnd;
         SetFocus();
-        PostMessage(WM_CLOSE);
+        ::PostMessage(window, WM_CLOSE, 0, 0);
         break;
+    }
     case HTHELP:
         PromptHelp();
         break;
