@@ -140,6 +140,8 @@ TEST_F(GuiDlgTips, TipPopsUpOverCaptionButtonsOnly)
     EXPECT_TRUE(PumpUntil(shown));
     MoveTo(CenterOf(dlg.m_hWnd));
     EXPECT_TRUE(PumpUntil([&] { return !shown(); }));
+    // Nothing is left to be shown over the bare client area when a control's tip has been shown before.
+    EXPECT_EQ(CaptionTip(dlg), L"");
 }
 
 TEST_F(GuiDlgTips, WideQuestionIsAnsweredAndCut)

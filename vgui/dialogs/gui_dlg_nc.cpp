@@ -408,8 +408,12 @@ void VGuiDlg::OnNcMouseMove(UINT nHitTest, CPoint point)
 
 void VGuiDlg::OnNcMouseLeave()
 {
-    if (m_ToolTip.m_hWnd != nullptr)
+    if (m_ToolTip.m_hWnd != nullptr) {
         m_ToolTip.Activate(FALSE);
+        // The dialog is one tool for both areas: the next activation, by a control's tip, would bring the
+        // button's text up over the bare client area.
+        m_ToolTip.UpdateTipText(LPSTR_TEXTCALLBACK, this);
+    }
     m_bNcBtnDown = 0;
     CDialog::OnNcMouseLeave();
 }
