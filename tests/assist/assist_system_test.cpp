@@ -2,6 +2,7 @@
 
 #include "tests/assist/assist_host.h"
 #include "tests/support/census.h"
+#include "tests/support/import_patch.h"
 #include "tests/support/input.h"
 #include "tests/support/modal.h"
 #include "tests/support/pump.h"
@@ -201,6 +202,11 @@ private:
     HHOOK m_hook;
 };
 
+HWND WINAPI RefuseDialog(HINSTANCE, LPCDLGTEMPLATEW, HWND, DLGPROC, LPARAM)
+{
+    return nullptr;
+}
+
 CRect Place(HWND window)
 {
     CRect rect;
@@ -392,6 +398,32 @@ TEST_F(AssistSystemFiles, DoesNotOpenWhenItsOwnerHasGoneMeanwhile)
     EXPECT_FALSE(EnterAssistSystem(kTopic, &owner, nullptr));
     EXPECT_EQ(AssistHost::VideoRoot(), host.Videos());
     EXPECT_EQ(Find(), nullptr);
+}
+
+TEST_F(AssistSystemFiles, TakesThePlaceOfAHelpThatOpenedMeanwhile)
+{
+    AssistHost::SetVideoRoot(L"");
+    const auto answer = WhenModal([&](HWND box) {
+        AssistHost::SetVideoRoot(host.Videos());
+        EXPECT_TRUE(Enter(kTopic));
+        ::SetWindowText(FileNameField(box), (host.Videos() / L"AssistSystem.ini").c_str());
+        PostButton(box, IDOK);
+    });
+    EXPECT_TRUE(Enter(L"Empty"));
+    ASSERT_NE(Find(), nullptr);
+    EXPECT_EQ(WindowText(Find()->m_hWnd), L"帮助系统");
+}
+
+TEST_F(AssistSystem, OpensAgainAfterItCouldNot)
+{
+    {
+        const ImportPatch refusal(L"mfcsubset.dll", "CreateDialogIndirectParamW",
+                                  reinterpret_cast<void*>(RefuseDialog));
+        ASSERT_TRUE(refusal.IsInPlace());
+        EXPECT_FALSE(Enter(kTopic));
+        EXPECT_EQ(Find(), nullptr);
+    }
+    EXPECT_TRUE(Enter(kTopic));
 }
 
 TEST_F(AssistSystem, TakesNoTopicWhileItOpens)

@@ -54,6 +54,21 @@ protected:
         return colors;
     }
 
+    static void WriteBmp(const CString& name, const BITMAPINFOHEADER& header,
+                         const std::vector<RGBQUAD>& colors, const void* pixels, size_t size)
+    {
+        BITMAPFILEHEADER fileHeader = {};
+        fileHeader.bfType = 0x4D42;
+        fileHeader.bfOffBits =
+            static_cast<DWORD>(sizeof fileHeader + sizeof header + colors.size() * sizeof(RGBQUAD));
+        fileHeader.bfSize = static_cast<DWORD>(fileHeader.bfOffBits + size);
+        CFile file(name, CFile::modeCreate | CFile::modeWrite);
+        file.Write(&fileHeader, sizeof fileHeader);
+        file.Write(&header, sizeof header);
+        file.Write(colors.data(), static_cast<UINT>(colors.size() * sizeof(RGBQUAD)));
+        file.Write(pixels, static_cast<UINT>(size));
+    }
+
     // A name for a file in the temporary folder, which goes with the test.
     [[nodiscard]] CString TemporaryFile()
     {
@@ -136,16 +151,8 @@ TEST_F(BmpStatic, ReadsFilesAndResourcesOfOtherPrograms)
     for (size_t i = 0; i < rows.size(); i += 20)
         std::fill_n(rows.begin() + static_cast<std::ptrdiff_t>(i), 10, RGB(0, 0, 200));
     BITMAPINFOHEADER header = {sizeof header, 20, 10, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    BITMAPFILEHEADER fileHeader = {};
-    fileHeader.bfType = 0x4D42;
-    fileHeader.bfOffBits = sizeof fileHeader + sizeof header;
-    fileHeader.bfSize = static_cast<DWORD>(fileHeader.bfOffBits + rows.size() * sizeof(DWORD));
     const CString name = TemporaryFile();
-    CFile file(name, CFile::modeCreate | CFile::modeWrite);
-    file.Write(&fileHeader, sizeof fileHeader);
-    file.Write(&header, sizeof header);
-    file.Write(rows.data(), static_cast<UINT>(rows.size() * sizeof(DWORD)));
-    file.Close();
+    WriteBmp(name, header, {}, rows.data(), rows.size() * sizeof(DWORD));
     for (const bool isBmpOnly : {true, false}) {
         picture.FreeResources();
         ASSERT_TRUE(isBmpOnly ? picture.LoadBitmapFromBMPFile(name) : picture.SetBmp(name));
@@ -153,14 +160,35 @@ TEST_F(BmpStatic, ReadsFilesAndResourcesOfOtherPrograms)
             EXPECT_EQ(picture.GetDib()->GetPixel(x, 0), x < 10 ? RGB(0, 0, 200) : RGB(200, 0, 0)) << x;
     }
     // With all but one of millions of pixels missing.
-    file.Open(name, CFile::modeReadWrite);
     header.biWidth = header.biHeight = 4000;
-    file.Seek(sizeof fileHeader, CFile::begin);
-    file.Write(&header, sizeof header);
-    file.SetLength(sizeof fileHeader + sizeof header + sizeof(DWORD));
-    file.Close();
+    WriteBmp(name, header, {}, rows.data(), sizeof(DWORD));
     EXPECT_FALSE(picture.LoadBitmapFromBMPFile(name));
     EXPECT_EQ(picture.GetDib()->GetWidth(), 20);
+}
+
+TEST_F(BmpStatic, ReadsCompressedFilesThatAreWhole)
+{
+    // Ten rows of ten pixels of each colour, and the image's end.
+    std::vector<BYTE> stream;
+    for (int y = 0; y < kPicture.cy; ++y)
+        stream.insert(stream.end(), {10, 0, 10, 1, 0, static_cast<BYTE>(y + 1 == kPicture.cy)});
+    BITMAPINFOHEADER header = {sizeof header, kPicture.cx, kPicture.cy, 1, 8, BI_RLE8, 0, 0, 0, 2, 0};
+    header.biSizeImage = static_cast<DWORD>(stream.size());
+    const CString name = TemporaryFile();
+    WriteBmp(name, header, {{0, 0, 200, 0}, {200, 0, 0, 0}}, stream.data(), stream.size());
+    ASSERT_TRUE(picture.LoadBitmapFromBMPFile(name));
+    EXPECT_EQ(Colors({{5, 32}, {58, 32}}), (std::vector<COLORREF>{kLeft, kRight}));
+
+    picture.FreeResources();
+    WriteBmp(name, header, {{0, 0, 200, 0}, {200, 0, 0, 0}}, stream.data(), stream.size() - 1);
+    EXPECT_FALSE(picture.LoadBitmapFromBMPFile(name));
+}
+
+TEST_F(BmpStatic, ShowsNothingWhereThereIsNoRoom)
+{
+    ASSERT_TRUE(picture.SetDib(&dib));
+    picture.SetWindowPos(nullptr, 0, 0, 4, 4, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(Colors({{0, 0}, {2, 2}}), (std::vector<COLORREF>(2, background)));
 }
 
 TEST_F(BmpStatic, OtherFormatsNeedGdiPlus)

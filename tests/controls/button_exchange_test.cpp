@@ -133,8 +133,11 @@ TEST_F(ButtonExchange, SharedIdsDoNotMixGroupsUp)
 TEST_F(ButtonExchange, CreatedRadioButtonBelongsToItsGroup)
 {
     VRadioBtn created;
+    created.SetCheck(1, TRUE);
     ASSERT_TRUE(created.Create(L"x", WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON | WS_GROUP,
                                CRect(210, 10, 290, 32), &host, 660));
+    EXPECT_EQ(Save(660), 0);
+    created.SetCheck(0, TRUE);
     Add(nullptr, BS_AUTORADIOBUTTON, 661);
     Click(Item(660));
     EXPECT_EQ(created.GetCheck(), 1);

@@ -117,6 +117,25 @@ TEST_F(SpinButtonCtrl, ArrowsCountAndShowTheirState)
     }
 }
 
+TEST_F(SpinButtonCtrl, BothClicksOfADoubleClickCount)
+{
+    Create();
+    std::vector<Part> pressed;
+    host.SetAnswer([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == UDN_DELTAPOS)
+            pressed.push_back(spin.m_nPressed);
+        return {};
+    });
+    DoubleClick(Middle(Part::Up));
+    EXPECT_EQ(pressed, (std::vector<Part>{Part::Up, Part::Up}));
+    // Not every system has double clicks for this class, with which the second one is another message.
+    const CPoint down = Half(Part::Down).CenterPoint();
+    spin.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(down.x, down.y));
+    EXPECT_EQ(spin.m_nPressed, Part::Down);
+    spin.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(down.x, down.y));
+    EXPECT_EQ(spin.m_nPressed, Part::None);
+}
+
 TEST_F(SpinButtonCtrl, DraggingOffAnArrowShowsItAtRest)
 {
     Create();

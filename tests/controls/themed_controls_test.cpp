@@ -292,6 +292,50 @@ TEST_F(ThemedControls, GroupLeavesItsControlsAndTheInsideAlone)
     EXPECT_EQ(grown.Count(kWhite, CRect(30, 18, 90, 60)), 60 * 42);
 }
 
+TEST_F(ThemedControls, GroupCaptionFollowsStyleAndFont)
+{
+    const int third = kPlace.Width() / 3;
+    CFont large;
+    ASSERT_TRUE(large.CreatePointFont(240, L"Arial"));
+    for (const int title : {0, 1}) {
+        int place = 0;
+        for (const DWORD style : {BS_LEFT, BS_CENTER, BS_RIGHT}) {
+            VGroup group;
+            ASSERT_TRUE(group.Create(L"HH", kChild | BS_GROUPBOX | style, kPlace, &host, kId));
+            group.SetUseTitle(title);
+            group.SetTitleHeight(40);
+            const auto ink = [&](int part) {
+                PumpMessages();
+                const CRect area(part * third, 0, (part + 1) * third, kPlace.Height());
+                return CaptureClient(group.m_hWnd).Count(VGM.Group.clrTitleText, area);
+            };
+            for (int part = 0; part < 3; ++part)
+                EXPECT_EQ(ink(part) > 0, part == place) << style << ' ' << title;
+            const int letters = ink(place);
+            group.SetFont(&large);
+            EXPECT_GT(ink(place), letters);
+            ++place;
+        }
+    }
+}
+
+TEST_F(ThemedControls, GroupsShareALineButNotAButtons)
+{
+    CRect half = kPlace;
+    half.right = kPlace.CenterPoint().x + 1;
+    VGroup left, right;
+    ASSERT_TRUE(left.Create(L"", kChild | BS_GROUPBOX, half, &host, kId));
+    half.OffsetRect(half.Width() - 1, 0);
+    ASSERT_TRUE(right.Create(L"", kChild | BS_GROUPBOX, half, &host, kOtherId));
+    CButton button;
+    ASSERT_TRUE(button.Create(L"", kChild, CRect(half.left - 5, 40, half.left + 15, 60), &host, 502));
+    host.Invalidate();
+    PumpMessages();
+    const DibSurface shown = CaptureClient(host.m_hWnd);
+    EXPECT_EQ(shown.Pixel(half.left, 90), VGM.Group.clrLine);
+    EXPECT_NE(shown.Pixel(half.left, 50), VGM.Group.clrLine);
+}
+
 TEST_F(ThemedControls, GroupCaptionFitsTheBox)
 {
     VGroup group;

@@ -3,6 +3,7 @@
 #include "tests/support/census.h"
 #include "tests/support/recorder.h"
 #include "vgui/dialogs/dlg_resizer.h"
+#include "vgui/foundation/window_helpers.h"
 
 #include <limits>
 
@@ -107,5 +108,31 @@ TEST_F(LayoutSoakTest, AnyFlagsAndSizesAreBorne)
             resizer.Resize(id, random.Number(), random.Number(), static_cast<UINT>(random.Number()));
         }
         EXPECT_EQ(resizer.GetSize(), 3);
+    }
+}
+
+// A record that is out of reach changes nothing, any other one is kept exactly.
+TEST_F(LayoutSoakTest, WindowsReturnToWhatTheScreenHolds)
+{
+    const CSize screen(::GetSystemMetrics(SM_CXFULLSCREEN), ::GetSystemMetrics(SM_CYFULLSCREEN));
+    SoakInputs inputs(1000);
+    while (!HasFailure() && inputs.Next()) {
+        SCOPED_TRACE(inputs.Name());
+        RandomText random(inputs);
+        const int x = random.Number(), y = random.Number(), cx = random.Number(), cy = random.Number();
+        CRect before, after;
+        host.GetWindowRect(before);
+        const bool restored = VWndPos(&host, x, y, cx, cy).Restore();
+        host.GetWindowRect(after);
+        if (!restored) {
+            EXPECT_EQ(after, before);
+            continue;
+        }
+        if (x != VWndPos::Unknown) {
+            EXPECT_EQ(after.TopLeft(), CPoint(x, y));
+        }
+        const bool isSized = cx != VWndPos::Unknown && cy != VWndPos::Unknown;
+        EXPECT_EQ(after.Size(), isSized ? CSize(cx, cy) : before.Size());
+        EXPECT_TRUE(int64_t{x} + cx <= screen.cx && int64_t{y} + cy <= screen.cy);
     }
 }

@@ -33,6 +33,12 @@ public:
             byte = static_cast<BYTE>(Below(256));
         return bytes;
     }
+    // The same as characters of one byte.
+    std::string String(size_t limit)
+    {
+        const std::vector<BYTE> bytes = Bytes(limit);
+        return {bytes.begin(), bytes.end()};
+    }
     // From a set of values at the limits of what is sensible, or near zero.
     int Number()
     {

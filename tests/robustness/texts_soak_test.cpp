@@ -9,8 +9,12 @@
 #include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"
 #include "vgui/controls/buttons.h"
+#include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/window_helpers.h"
 
+#include <algorithm>
+#include <climits>
+#include <regex>
 #include <set>
 
 using namespace support;
@@ -136,6 +140,34 @@ TEST_F(TextsSoakTest, CompanionMessagesKeepTheirFieldsWhereverTheyAreCut)
     });
 }
 
+TEST_F(TextsSoakTest, CompanionHistoryNumbersAreThoseOfAModel)
+{
+    constexpr size_t kLines = 4;
+    constexpr int kNone = -1;
+    const std::regex lineEnd("\\r+\\n?|\\n");
+    const std::regex number("^[ \\t\\v\\f]*([+-]?[0-9]+)");
+    Soak(4000, [&](RandomText& random) {
+        std::string text;
+        for (size_t parts = random.Below(16); parts-- > 0;) {
+            constexpr const char* kParts[] = {"\r\n", "\n", "\r", "-", "99999999999", " ", "+"};
+            if (random.Below(3) == 0)
+                text += std::to_string(random.Number());
+            else
+                text += random.Rarely() ? random.String(8) : kParts[random.Below(std::size(kParts))];
+        }
+        std::array<int, kLines> model;
+        model.fill(kNone);
+        std::sregex_token_iterator line(text.begin(), text.end(), lineEnd, -1);
+        for (size_t i = 0; i < kLines && line != std::sregex_token_iterator(); ++i, ++line) {
+            const std::string one = *line;
+            if (std::smatch found; std::regex_search(one, found, number))
+                model[i] = static_cast<int>(
+                    std::clamp<double>(std::strtod(found[1].str().c_str(), nullptr), INT_MIN, INT_MAX));
+        }
+        EXPECT_EQ(companion::LineNumbers<kLines>(text, kNone), model) << text;
+    });
+}
+
 // ---- Choices and paths
 
 namespace
@@ -211,6 +243,35 @@ TEST_F(TextsSoakTest, TreePathsAreThoseOfAModel)
         for (size_t count = 1; count <= labels.size(); ++count)
             known.emplace(labels.begin(), labels.begin() + count);
         EXPECT_EQ(combo.GetTree().GetCount(), known.size());
+    });
+}
+
+TEST_F(TextsSoakTest, HistoriesOfComboBoxesAreThoseOfAModel)
+{
+    HostWnd host;
+    ASSERT_TRUE(host.Open({300, 200}));
+    VComboBox combo;
+    ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, kPlace, &host, kId));
+    std::vector<std::wstring> known;
+    Soak(1000, [&](RandomText& random) {
+        const std::wstring history = random.Next(L"|;ab");
+        const size_t textEnd = history.find(L'|');
+        EXPECT_EQ(combo.LoadHistory(history.c_str()), textEnd != std::wstring::npos);
+        // Without a current text nothing is changed.
+        if (textEnd != std::wstring::npos) {
+            known = Split(history.substr(textEnd + 1), L';');
+            std::erase(known, L"");
+        }
+        ASSERT_EQ(combo.GetCount(), static_cast<int>(known.size()));
+        std::wstring items;
+        for (int i = 0; i < combo.GetCount(); ++i) {
+            CString text;
+            combo.GetLBText(i, text);
+            EXPECT_EQ(std::wstring(text), known[i]);
+            items += (i > 0 ? L";" : L"") + known[i];
+        }
+        // The current text stands before them.
+        EXPECT_TRUE(std::wstring(combo.SaveHistory()).ends_with(L"|" + items));
     });
 }
 

@@ -1,8 +1,11 @@
-// How the companion's texts are made of fields. Plain work on strings: no window, no pipe.
+// How the companion's texts are made of fields, and its history of lines. Plain work on strings: no window,
+// no pipe, no file.
 #pragma once
 
 #include <afxwin.h>
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,6 +47,25 @@ inline std::wstring ProfileBlock(const CString& text)
     std::replace(block.begin(), block.end(), L';', L'\0');
     block.append(2, L'\0');
     return block;
+}
+
+// The whole number that each of the first lines of a text begins with; the other value for a line without
+// one. A number that is too large counts as the largest.
+template <size_t Lines>
+std::array<int, Lines> LineNumbers(std::string_view text, int otherwise)
+{
+    std::array<int, Lines> numbers;
+    for (int& number : numbers) {
+        // A copy, since a number is looked for beyond the line's end otherwise.
+        const std::string line(text.substr(0, text.find_first_of("\r\n")));
+        char* end = nullptr;
+        const long value = std::strtol(line.c_str(), &end, 10);
+        number = end != line.c_str() ? static_cast<int>(value) : otherwise;
+        text.remove_prefix(line.size());
+        text.remove_prefix(std::min(text.find_first_not_of('\r'), text.size()));
+        text.remove_prefix(text.starts_with('\n'));
+    }
+    return numbers;
 }
 
 // Makes messages of what is read from a pipe, which may cut them at any byte.

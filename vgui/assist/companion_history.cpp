@@ -1,18 +1,14 @@
 #include "vgui/assist/companion_history.h"
 
+#include "vgui/assist/companion_fields.h"
 #include "vgui/assist/host_paths.h"
 #include "vgui/foundation/gdi_scope.h"
-
-#include <array>
-#include <cstdlib>
 
 namespace
 {
 
-constexpr int kLines = 4;
-constexpr int kMaxFile = 256; // bytes that are looked at
-
-using Numbers = std::array<int, kLines>;
+constexpr size_t kLines = 4;
+constexpr DWORD kMaxFile = 256; // bytes that are looked at
 
 CString HistoryFolder()
 {
@@ -30,34 +26,15 @@ VOwnedKernelHandle OpenFile(const CString& path, DWORD access, DWORD disposition
     return VOwnedKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-int NumberOf(const char* line)
-{
-    char* end = nullptr;
-    const long number = std::strtol(line, &end, 10);
-    return end == line ? VWndPos::Unknown : static_cast<int>(number);
-}
-
 // One number a line; VWndPos::Unknown for what is missing or no number.
-Numbers ReadNumbers()
+std::array<int, kLines> ReadNumbers()
 {
-    Numbers numbers;
-    numbers.fill(VWndPos::Unknown);
-    const VOwnedKernelHandle file = OpenFile(HistoryFile(), GENERIC_READ, OPEN_EXISTING);
-    char text[kMaxFile + 1];
+    char text[kMaxFile];
     DWORD size = 0;
+    const VOwnedKernelHandle file = OpenFile(HistoryFile(), GENERIC_READ, OPEN_EXISTING);
     if (!file || !::ReadFile(file.Get(), text, kMaxFile, &size, nullptr))
-        return numbers;
-    text[size] = '\0';
-    const char* line = text;
-    for (int& number : numbers) {
-        // Up to the line's end, for a number is looked for beyond it otherwise.
-        const CStringA one(line, static_cast<int>(strcspn(line, "\r\n")));
-        number = NumberOf(one);
-        line += one.GetLength();
-        line += strspn(line, "\r");
-        line += *line == '\n';
-    }
-    return numbers;
+        size = 0;
+    return companion::LineNumbers<kLines>({text, size}, VWndPos::Unknown);
 }
 
 } // namespace

@@ -161,12 +161,13 @@ bool VWndPos::Restore() const
     const bool onScreen = m_x >= Unknown && m_y >= Unknown &&
                           int64_t{m_x} + m_cx <= ::GetSystemMetrics(SM_CXFULLSCREEN) &&
                           int64_t{m_y} + m_cy <= ::GetSystemMetrics(SM_CYFULLSCREEN);
-    if (!onScreen || m_cx == 0 || m_cy == 0)
+    const auto isEmpty = [](int size) { return size == 0 || size < Unknown; };
+    if (!onScreen || isEmpty(m_cx) || isEmpty(m_cy))
         return false;
     UINT flags = SWP_NOZORDER;
     if (m_x == Unknown)
         flags |= SWP_NOMOVE;
-    if (m_cx == Unknown || !m_bRecordSize)
+    if (m_cx == Unknown || m_cy == Unknown || !m_bRecordSize)
         flags |= SWP_NOSIZE;
     return ::SetWindowPos(m_pWnd->m_hWnd, nullptr, m_x, m_y, m_cx, m_cy, flags) != FALSE;
 }
