@@ -4,9 +4,13 @@
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "tests/support/soak.h"
+#include "vgui/controls/bmp_static.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 
 namespace
 {
@@ -223,4 +227,43 @@ TEST_F(DibSoakTest, Archive)
         dib.Serialize(archive);
         return dib.GetHandle() != block;
     });
+}
+
+// The system decodes these, which may take more memory than the file has.
+TEST_F(DibSoakTest, FileOfAControl)
+{
+    const std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                       (L"soak " + std::to_wstring(::GetCurrentProcessId()) + L".bmp");
+    constexpr size_t kSizeInFile = sizeof(BITMAPFILEHEADER) + offsetof(BITMAPINFOHEADER, biWidth);
+    GuardedLibrary library;
+    ASSERT_TRUE(library.IsGuarded());
+    CDib kept;
+    ASSERT_TRUE(kept.Create(DWORD{kKept.cx}, DWORD{kKept.cy}, WORD{8}));
+    VBmpStatic control;
+    int taken = 0;
+    SoakInputs inputs(kShortSoak / 2);
+    while (!HasFailure() && inputs.Next()) {
+        SCOPED_TRACE(inputs.Name());
+        ASSERT_TRUE(control.SetDib(&kept));
+        const CDib* const before = control.GetDib();
+        const Bytes bytes = Mutator(inputs.Random()).Next(true);
+        {
+            CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
+            file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        }
+        if (!control.LoadBitmapFromBMPFile(path.c_str())) {
+            EXPECT_EQ(control.GetDib(), before);
+            continue;
+        }
+        ++taken;
+        const CDib& dib = *control.GetDib();
+        LONG size[2];
+        std::memcpy(size, bytes.data() + kSizeInFile, sizeof size);
+        EXPECT_EQ(CSize(dib.GetWidth(), dib.GetHeight()), CSize(size[0], std::abs(size[1])));
+        for (const LONG x : {LONG{0}, size[0] - 1})
+            dib.GetPixel(x, std::abs(size[1]) - 1);
+    }
+    EXPECT_GE(taken, inputs.Count() / 20);
+    EXPECT_LE(taken, inputs.Count() * 19 / 20);
+    std::filesystem::remove(path);
 }
