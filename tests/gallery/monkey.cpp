@@ -161,9 +161,9 @@ bool Monkey::AnswerSystemWindows()
         m_systemAge = 0;
         return false;
     }
-    if (m_systemAge++ == 0)
+    if (IsMessageBox(*open))
         m_messages.insert(TextsOf(*open));
-    if (m_systemAge < kSystemAge)
+    if (++m_systemAge < kSystemAge)
         return false;
     Log(m_index, "escape from " + Describe(*open));
     ::SetForegroundWindow(*open);

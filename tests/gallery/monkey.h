@@ -34,7 +34,7 @@ public:
     // True once all windows are being closed for good: the caller need not open the main one again.
     [[nodiscard]] bool IsEnding() const { return m_ending; }
     [[nodiscard]] bool HasEnded() const { return m_ended; }
-    // What the system's message boxes said, each text once. For after the end.
+    // What the message boxes said, each text once. For after the end.
     [[nodiscard]] const std::set<std::string>& Messages() const { return m_messages; }
     [[nodiscard]] int Actions() const { return m_index; }
 

@@ -4,6 +4,7 @@
 
 #include "gallery/help_sample.h"
 #include "gallery/main_dlg.h"
+#include "tests/gallery/monkey_windows.h"
 #include "tests/support/census.h"
 #include "tests/support/modal.h"
 #include "tests/support/pump.h"
@@ -24,6 +25,26 @@ constexpr int kUsualActions = 250;
 constexpr DWORD kMilliseconds = 1000;
 // Every suite runs twice; both rounds share the time.
 constexpr DWORD kRounds = 2;
+
+// What the gallery and the library say to a user, or on a system that lacks something.
+constexpr std::string_view kKnownTexts[] = {
+    "无法读取该图像。",
+    "无法保存该图像。",
+    "没有 OpenGL。",
+    "没有得到通信管道",
+    "acedHelp失败:",
+    "无法读取 产品信息 的 注册表位置！",
+    "注册表文件已损坏，请重新安装！",
+    " 不存在！",
+};
+
+// A box that says anything else tells of a fault: a page that does not open, a wrong argument, a lack of
+// memory.
+bool IsKnown(const std::string& message)
+{
+    return std::ranges::any_of(
+        kKnownTexts, [&](std::string_view text) { return message.find(text) != std::string::npos; });
+}
 
 unsigned Setting(const wchar_t* name)
 {
@@ -125,8 +146,10 @@ void Play()
         messages = monkey.Messages();
         printf("monkey: %d actions\n", monkey.Actions());
     }
-    for (const std::string& message : messages)
-        printf("monkey: the system said \"%s\"\n", message.c_str());
+    for (const std::string& message : messages) {
+        printf("monkey: a box said \"%s\"\n", message.c_str());
+        EXPECT_TRUE(IsKnown(message)) << message;
+    }
 }
 
 support::ObjectCounts CountWhatIsOurs()
@@ -139,6 +162,27 @@ support::ObjectCounts CountWhatIsOurs()
 }
 
 } // namespace
+
+TEST(MonkeyTest, KnowsTheBoxesOfTheGallery)
+{
+    bool isBox = false;
+    std::string text;
+    const auto look = [&](HWND dialog) {
+        isBox = monkey::KindOf(dialog) == monkey::WindowKind::System && monkey::IsMessageBox(dialog);
+        text = monkey::TextsOf(dialog);
+        support::PostButton(dialog, IDCANCEL);
+    };
+    for (const auto& [prompt, known] : {std::pair{L"无法保存该图像。 The picture cannot be saved.", true},
+                                        {L"Encountered an improper argument.", false}}) {
+        const auto answer = support::WhenModal(look);
+        AfxMessageBox(prompt, MB_OKCANCEL | MB_ICONSTOP);
+        EXPECT_TRUE(isBox);
+        EXPECT_EQ(IsKnown(text), known) << text;
+    }
+    const auto answer = support::WhenModal(look);
+    CFileDialog(TRUE).DoModal();
+    EXPECT_FALSE(isBox);
+}
 
 TEST(MonkeyTest, GalleryStandsRandomInput)
 {

@@ -19,7 +19,7 @@ std::wstring ClassOf(HWND window)
 
 std::wstring CaptionOf(HWND window)
 {
-    wchar_t text[128] = L"";
+    wchar_t text[512] = L"";
     ::InternalGetWindowText(window, text, static_cast<int>(std::size(text)));
     return text;
 }
@@ -93,6 +93,14 @@ bool IsModal(HWND topLevel)
 {
     const HWND owner = ::GetWindow(topLevel, GW_OWNER);
     return owner != nullptr && !::IsWindowEnabled(owner);
+}
+
+bool IsMessageBox(HWND topLevel)
+{
+    return ClassOf(topLevel) == L"#32770" && std::ranges::all_of(VisibleTree(topLevel), [=](HWND window) {
+               const std::wstring name = ClassOf(window);
+               return window == topLevel || name == L"Static" || name == L"Button";
+           });
 }
 
 bool MayClick(CPoint screen)

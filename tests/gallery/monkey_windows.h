@@ -22,6 +22,8 @@ enum class WindowKind {
 // A window's visible descendants, itself first.
 [[nodiscard]] std::vector<HWND> VisibleTree(HWND window);
 [[nodiscard]] bool IsModal(HWND topLevel);
+// Whether a dialog of the system shows nothing but texts and buttons.
+[[nodiscard]] bool IsMessageBox(HWND topLevel);
 
 // Whether what lies at a place of the screen may be clicked.
 [[nodiscard]] bool MayClick(CPoint screen);

@@ -1,5 +1,5 @@
-// Texts of any kind for whatever takes texts apart or shows them; see SoakInputs for how to have more of
-// them.
+// Texts and numbers of any kind for whatever takes texts apart, shows or exchanges them; see SoakInputs for
+// how to have more of them.
 #include "tests/controls/skinned_host.h"
 #include "tests/robustness/random_text.h"
 #include "tests/support/census.h"
@@ -8,12 +8,14 @@
 #include "vgui/composite/combo_tree.h"
 #include "vgui/composite/property_list.h"
 #include "vgui/composite/tip_window.h"
+#include "vgui/controls/button_exchange.h"
 #include "vgui/controls/buttons.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/window_helpers.h"
 
 #include <algorithm>
 #include <climits>
+#include <memory>
 #include <regex>
 #include <set>
 
@@ -272,6 +274,48 @@ TEST_F(TextsSoakTest, HistoriesOfComboBoxesAreThoseOfAModel)
         }
         // The current text stands before them.
         EXPECT_TRUE(std::wstring(combo.SaveHistory()).ends_with(L"|" + items));
+    });
+}
+
+// Groups of both kinds of radio buttons, with others between and behind them.
+TEST_F(TextsSoakTest, RadioGroupsTakeAnyNumber)
+{
+    HostWnd host;
+    ASSERT_TRUE(host.Open({300, 200}));
+    Soak(400, [&](RandomText& random) {
+        std::vector<std::unique_ptr<VRadioBtn>> library;
+        std::vector<HWND> all, radios;
+        bool isOtherGroup = false;
+        for (size_t i = 0, count = 1 + random.Below(10); i < count; ++i) {
+            constexpr DWORD kTypes[] = {BS_AUTORADIOBUTTON, BS_RADIOBUTTON, BS_PUSHBUTTON, BS_GROUPBOX};
+            const size_t type = i > 0 ? random.Below(std::size(kTypes)) : 0;
+            const DWORD group = i > 0 && random.Rarely() ? WS_GROUP : 0;
+            const HWND window =
+                ::CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | kTypes[type] | group, 0, 0, 20, 20,
+                                  host.m_hWnd, reinterpret_cast<HMENU>(kId + i), nullptr, nullptr);
+            all.push_back(window);
+            isOtherGroup = isOtherGroup || group != 0;
+            if (type > 1)
+                continue;
+            if (random.Below(2) == 0) {
+                library.push_back(std::make_unique<VRadioBtn>());
+                ASSERT_TRUE(library.back()->SubclassWindow(window));
+            }
+            if (!isOtherGroup)
+                radios.push_back(window);
+        }
+        int value = random.Below(2) == 0 ? random.Number() : static_cast<int>(random.Below(10));
+        CDataExchange load(&host, FALSE);
+        VGDDX_Radio(&load, kId, value);
+        const bool isOne = value >= 0 && value < static_cast<int>(radios.size());
+        for (size_t i = 0; i < radios.size(); ++i)
+            EXPECT_EQ(::SendMessage(radios[i], BM_GETCHECK, 0, 0), isOne && radios[i] == radios[value]) << i;
+        int saved = 77;
+        CDataExchange save(&host, TRUE);
+        VGDDX_Radio(&save, kId, saved);
+        EXPECT_EQ(saved, isOne ? value : -1);
+        for (const HWND window : all)
+            ::DestroyWindow(window);
     });
 }
 
