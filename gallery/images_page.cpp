@@ -216,8 +216,10 @@ private:
     {
         m_canvas.Show(static_cast<ImageView>(std::max(0, Combo(IDC_IMAGE_VIEW).GetCurSel())));
         CString state;
-        state.Format(L"%d × %d，%d 位 bits，%d 色 colours", static_cast<int>(m_dib.GetWidth()),
-                     static_cast<int>(m_dib.GetHeight()), m_dib.GetBitCount(), m_dib.GetColorNumber());
+        state.Format(L"%d × %d，%d 位 bits", static_cast<int>(m_dib.GetWidth()),
+                     static_cast<int>(m_dib.GetHeight()), m_dib.GetBitCount());
+        if (const WORD colors = m_dib.GetColorNumber(); colors > 0)
+            state.AppendFormat(L"，%d 色 colours", colors);
         SetDlgItemText(IDC_IMAGE_STATE, state);
         const auto* const depth = std::ranges::find(kDepths, m_dib.GetBitCount());
         Combo(IDC_IMAGE_DEPTH)

@@ -90,17 +90,16 @@ protected:
         m_grid.SetSingleClickStartEdit(IsDlgButtonChecked(IDC_PROPERTY_ONE_CLICK) != 0);
     }
 
-    afx_msg LRESULT OnPropertyMessage(WPARAM wParam, LPARAM lParam)
+    afx_msg LRESULT OnPropertyMessage(WPARAM wParam, LPARAM)
     {
         const int row = static_cast<int>(wParam);
         const bool stored = GetCurrentMessage()->message == List::kValueStored;
         CString text;
         if (stored)
-            text.Format(L"0x%X  %s = %s", List::kValueStored, m_list.GetItemName(row).GetString(),
+            text.Format(L"已存 Stored: %s = %s", m_list.GetItemName(row).GetString(),
                         m_list.GetItemValue(row).GetString());
         else
-            text.Format(L"0x%X  %s, %d", List::kEditStarted, m_list.GetItemName(row).GetString(),
-                        static_cast<int>(lParam));
+            text.Format(L"编辑 Editing: %s", m_list.GetItemName(row).GetString());
         SetDlgItemText(IDC_PROPERTY_MESSAGES, text);
         return 0;
     }
