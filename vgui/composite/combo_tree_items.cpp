@@ -115,10 +115,12 @@ CString ComboTree::GetCurrentTreeItem() const
 
 BOOL ComboTree::SetCheck(HTREEITEM item, BOOL check)
 {
-    const bool checked = IsItemChecked(item) != FALSE;
-    if (checked == (check != FALSE))
-        return m_tree.SetCheckState(item, ComboTreeReapply);
-    return m_tree.SetCheckState(item, check ? ComboTreeCheck : ComboTreeUncheck);
+    int state = ComboTreeNoCheck;
+    if (!m_bHasCheckboxes || !m_tree.ReadState(item, state))
+        return FALSE;
+    const bool agrees = (state == ComboTreeChecked) == (check != FALSE);
+    m_tree.ChangeState(item, state, agrees ? ComboTreeReapply : check ? ComboTreeCheck : ComboTreeUncheck);
+    return TRUE;
 }
 
 BOOL ComboTree::IsItemChecked(HTREEITEM item) const

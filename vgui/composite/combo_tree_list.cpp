@@ -252,9 +252,9 @@ HTREEITEM ComboTreeDropList::FindData(DWORD data, HTREEITEM parent) const
 {
     if (m_hWnd == nullptr)
         return nullptr;
-    HTREEITEM child = parent != nullptr ? GetChildItem(parent) : GetRootItem();
+    HTREEITEM child = FirstChildOf(parent);
     while (child != nullptr && static_cast<DWORD>(GetItemData(child)) != data)
-        child = GetNextSiblingItem(child);
+        child = LinkOf(child, TVGN_NEXT);
     return child;
 }
 

@@ -75,6 +75,7 @@ protected:
 
 private:
     friend class ComboTree;
+    friend class ComboTreeLabels;
 
     // Keys that the combo box and its tree want for themselves.
     static constexpr UINT kDlgCode = DLGC_WANTARROWS | DLGC_WANTALLKEYS | DLGC_WANTCHARS;
@@ -86,6 +87,9 @@ private:
     bool ToggleBoxAt(CPoint point);
 
     // Item links.
+    LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
+    [[nodiscard]] HTREEITEM LinkOf(HTREEITEM item, UINT link) const;
+    [[nodiscard]] HTREEITEM FirstChildOf(HTREEITEM parent) const;
     [[nodiscard]] HTREEITEM NextInTree(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM NextPast(HTREEITEM item, HTREEITEM top) const;
     [[nodiscard]] HTREEITEM NextWithin(HTREEITEM item, HTREEITEM top) const;
@@ -95,10 +99,12 @@ private:
     void ExpandOrCollapseBranch(HTREEITEM item, UINT code);
 
     // Check states.
-    void ShowState(HTREEITEM item, int state);
+    bool ReadState(HTREEITEM item, int& state) const;
+    void ShowState(HTREEITEM item, int shown, int state);
     void PushState(HTREEITEM item, int state);
-    void UpdateAncestors(HTREEITEM item);
-    [[nodiscard]] int StateOfFamily(HTREEITEM child) const;
+    void UpdateAncestors(HTREEITEM item, int state);
+    [[nodiscard]] int StateOfFamily(HTREEITEM child, int childState) const;
+    void ChangeState(HTREEITEM item, int shown, int op);
     [[nodiscard]] HTREEITEM FirstCheckedFrom(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM PreviousChecked(HTREEITEM item) const;
 

@@ -1,6 +1,8 @@
 #include "vgui/composite/combo_tree_paths.h"
 
-#include <cstring>
+#include "vgui/composite/combo_tree_list.h"
+
+#include <utility>
 
 namespace
 {
@@ -22,15 +24,26 @@ bool MayEndLabelEdit(UINT message)
 
 std::wstring ComboTreeLabels::LabelOf(HTREEITEM item) const
 {
+    WCHAR buffer[MAX_PATH];
+    TVITEMW asked{};
+    asked.mask = TVIF_TEXT;
+    asked.hItem = item;
+    asked.pszText = buffer;
+    asked.cchTextMax = MAX_PATH;
+    if (m_tree.Ask(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&asked)) == 0 || asked.pszText == nullptr)
+        return {};
+    const std::wstring_view label(asked.pszText); // the tree may answer its own memory
+    if (label.size() + 1 < MAX_PATH)
+        return std::wstring(label);
     const CString text = m_tree.GetItemText(item);
     return {static_cast<LPCWSTR>(text), static_cast<size_t>(text.GetLength())};
 }
 
 HTREEITEM ComboTreeLabels::SearchChildren(HTREEITEM parent, std::wstring_view label) const
 {
-    HTREEITEM child = parent != nullptr ? m_tree.GetChildItem(parent) : m_tree.GetRootItem();
+    HTREEITEM child = m_tree.FirstChildOf(parent);
     while (child != nullptr && LabelOf(child) != label)
-        child = m_tree.GetNextSiblingItem(child);
+        child = m_tree.LinkOf(child, TVGN_NEXT);
     return child;
 }
 
@@ -40,7 +53,7 @@ HTREEITEM ComboTreeLabels::FindChild(HTREEITEM parent, std::wstring_view label)
     if (m_changes != 0 || m_callbacks)
         return SearchChildren(parent, label);
     const Children& children = IndexOf(parent);
-    const auto found = children.find(std::wstring(label));
+    const auto found = children.find(label);
     if (found == children.end())
         return nullptr;
     const HTREEITEM item = found->second.first;
@@ -54,8 +67,8 @@ ComboTreeLabels::Children& ComboTreeLabels::IndexOf(HTREEITEM parent)
 {
     const auto [place, isNew] = m_index.try_emplace(parent);
     if (isNew) {
-        HTREEITEM child = parent != nullptr ? m_tree.GetChildItem(parent) : m_tree.GetRootItem();
-        for (; child != nullptr; child = m_tree.GetNextSiblingItem(child))
+        HTREEITEM child = m_tree.FirstChildOf(parent);
+        for (; child != nullptr; child = m_tree.LinkOf(child, TVGN_NEXT))
             ++place->second.try_emplace(LabelOf(child), Labelled{child, 0}).first->second.count;
     }
     return place->second;
@@ -69,7 +82,7 @@ ComboTreeLabels::Children* ComboTreeLabels::KnownIndexOf(HTREEITEM parent)
 
 ComboTreeLabels::Children* ComboTreeLabels::KnownIndexAround(HTREEITEM item)
 {
-    return m_index.empty() ? nullptr : KnownIndexOf(m_tree.GetParentItem(item));
+    return m_index.empty() ? nullptr : KnownIndexOf(m_tree.LinkOf(item, TVGN_PARENT));
 }
 
 // ---- Keeping up with the tree
@@ -145,8 +158,8 @@ void ComboTreeLabels::NoteInserted(const TVINSERTSTRUCTW& insertion, HTREEITEM i
     if (children == nullptr)
         return;
     const bool isGiven = isWide && hasText && insertion.item.pszText != nullptr && !m_callbacks;
-    const std::wstring label = isGiven ? std::wstring(insertion.item.pszText) : LabelOf(item);
-    Labelled& labelled = children->try_emplace(label, Labelled{item, 0}).first->second;
+    std::wstring label = isGiven ? std::wstring(insertion.item.pszText) : LabelOf(item);
+    Labelled& labelled = children->try_emplace(std::move(label), Labelled{item, 0}).first->second;
     ++labelled.count;
     if (labelled.count == 1 || insertion.hInsertAfter == TVI_LAST)
         return;
@@ -178,7 +191,7 @@ void ComboTreeLabels::NoteDeletion(HTREEITEM item)
         m_index.clear();
         return;
     }
-    const HTREEITEM parent = m_tree.GetParentItem(item);
+    const HTREEITEM parent = m_tree.LinkOf(item, TVGN_PARENT);
     if (Children* const children = KnownIndexOf(parent);
         children != nullptr && !Remove(*children, item, LabelOf(item)))
         m_index.erase(parent);
@@ -186,11 +199,11 @@ void ComboTreeLabels::NoteDeletion(HTREEITEM item)
     HTREEITEM below = item;
     while (below != nullptr) {
         m_index.erase(below);
-        HTREEITEM next = m_tree.GetChildItem(below);
+        HTREEITEM next = m_tree.LinkOf(below, TVGN_CHILD);
         while (next == nullptr && below != item && below != nullptr) {
-            next = m_tree.GetNextSiblingItem(below);
+            next = m_tree.LinkOf(below, TVGN_NEXT);
             if (next == nullptr)
-                below = m_tree.GetParentItem(below);
+                below = m_tree.LinkOf(below, TVGN_PARENT);
         }
         below = next;
     }
@@ -204,7 +217,7 @@ void ComboTreeLabels::NoteRenamed(HTREEITEM item, const std::wstring& oldLabel)
     const bool known = Remove(*children, item, oldLabel);
     const auto [place, isNew] = children->try_emplace(LabelOf(item), Labelled{item, 1});
     if (!known || !isNew)
-        m_index.erase(m_tree.GetParentItem(item));
+        m_index.erase(m_tree.LinkOf(item, TVGN_PARENT));
 }
 
 // ---- Paths

@@ -6,13 +6,15 @@
 #include <string_view>
 #include <unordered_map>
 
+class ComboTreeDropList;
+
 // Finds children by label: exactly, with case, the first in the tree's order. The first search below a parent
 // reads the labels there, later ones ask an index, which follows the messages that change the tree, whoever
 // sends them. A null parent is the root level.
 class ComboTreeLabels
 {
 public:
-    explicit ComboTreeLabels(CTreeCtrl& tree) : m_tree(tree) {}
+    explicit ComboTreeLabels(ComboTreeDropList& tree) : m_tree(tree) {}
 
     // Null when no child has the label.
     HTREEITEM FindChild(HTREEITEM parent, std::wstring_view label);
@@ -44,7 +46,12 @@ private:
         HTREEITEM first; // in the tree's order
         size_t count;
     };
-    using Children = std::unordered_map<std::wstring, Labelled>;
+    // Lets a part of a path be looked up as it stands.
+    struct Hash {
+        using is_transparent = void;
+        size_t operator()(std::wstring_view label) const { return std::hash<std::wstring_view>()(label); }
+    };
+    using Children = std::unordered_map<std::wstring, Labelled, Hash, std::equal_to<>>;
 
     [[nodiscard]] std::wstring LabelOf(HTREEITEM item) const;
     [[nodiscard]] HTREEITEM SearchChildren(HTREEITEM parent, std::wstring_view label) const;
@@ -56,7 +63,7 @@ private:
     void NoteRenamed(HTREEITEM item, const std::wstring& oldLabel);
     bool Remove(Children& children, HTREEITEM item, const std::wstring& label);
 
-    CTreeCtrl& m_tree;
+    ComboTreeDropList& m_tree;
     std::unordered_map<HTREEITEM, Children> m_index; // by parent
     int m_changes = 0;        // that are being handled; the index is not used meanwhile
     bool m_callbacks = false; // some labels are the host's to give: they change without a message
