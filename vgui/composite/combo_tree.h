@@ -28,9 +28,11 @@ class VGUI_API ComboTreeButton : public VButton
     DECLARE_DYNAMIC(ComboTreeButton)
 
 public:
+    // Fills the whole item.
     void DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct) override;
 
 protected:
+    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
     afx_msg UINT OnGetDlgCode();
     DECLARE_MESSAGE_MAP()
 };

@@ -42,6 +42,15 @@ UINT ComboTreeButton::OnGetDlgCode()
     return combo != nullptr ? combo->OnGetDlgCode() : VButton::OnGetDlgCode();
 }
 
+// Straight to the screen: the base would prepare a background that cannot be seen.
+BOOL ComboTreeButton::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+{
+    if (message != WM_DRAWITEM)
+        return VButton::OnChildNotify(message, wParam, lParam, pResult);
+    DrawItem(reinterpret_cast<LPDRAWITEMSTRUCT>(lParam));
+    return TRUE;
+}
+
 void ComboTreeButton::DrawItem(LPDRAWITEMSTRUCT lpDrawItemStruct)
 {
     UINT state = DFCS_SCROLLDOWN;
