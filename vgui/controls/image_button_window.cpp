@@ -12,6 +12,16 @@ namespace
 
 constexpr UINT kToggleBit = 2;
 
+// Whether a mouse message can only have come because the window lies under the mouse: no mouse button is
+// down, with which a window has the capture. The mouse moves often, and searching the screen takes long.
+bool IsFreeMoveInside(const CWnd& window, UINT nFlags, CPoint point)
+{
+    constexpr UINT kMouseButtons = MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2;
+    CRect client;
+    window.GetClientRect(client);
+    return (nFlags & kMouseButtons) == 0 && client.PtInRect(point);
+}
+
 } // namespace
 
 IMPLEMENT_DYNAMIC(VButtonST, CButton)
@@ -75,18 +85,17 @@ BOOL VButtonST::OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message)
 void VButtonST::OnMouseMove(UINT nFlags, CPoint point)
 {
     CButton::OnMouseMove(nFlags, point);
-    ClientToScreen(&point);
-    const bool over = ::WindowFromPoint(point) == m_hWnd;
-    if ((nFlags & MK_LBUTTON) != 0 && !hovering)
-        return;
-    if (!flat)
+    if (!flat || ((nFlags & MK_LBUTTON) != 0 && !hovering))
         return;
     const HWND active = alwaysTrack ? m_hWnd : ::GetActiveWindow();
-    if (!over || active == nullptr) {
+    const auto isUnderMouse = [&] {
+        ClientToScreen(&point);
+        return ::WindowFromPoint(point) == m_hWnd;
+    };
+    if (active != nullptr && ((hovering && IsFreeMoveInside(*this, nFlags, point)) || isUnderMouse()))
+        BeginHot(*this, hovering);
+    else
         CancelHover();
-        return;
-    }
-    BeginHot(*this, hovering);
 }
 
 void VButtonST::CancelHover()
