@@ -19,19 +19,29 @@ constexpr RGBQUAD DitherColor(DWORD index)
     return {kThirds[index & 3], kEighths[(index >> 2) & 7], kEighths[index >> 5], 0};
 }
 
+// A pixel's channel with what its left neighbour passed on is this much below 0 or above 255 at most.
+constexpr int kMostCarried = 24;
+constexpr int kValues = kMostCarried + 256 + kMostCarried;
+
+constexpr int Clamped(int value)
+{
+    return std::clamp(value, 0, 255);
+}
+
 // What a channel's value adds to a pixel's index, and a quarter of the error that is made, rounded down.
 struct ChannelStep {
     BYTE index;
     signed char error;
 };
-using ChannelTable = std::array<ChannelStep, 256>;
+// Begins at the value -kMostCarried; values beyond a channel's count as the nearest one.
+using ChannelTable = std::array<ChannelStep, kValues>;
 
 template <class Step>
 constexpr ChannelTable MakeTable(Step step)
 {
     ChannelTable table = {};
-    for (int value = 0; value < 256; ++value)
-        table[value] = step(value);
+    for (int i = 0; i < kValues; ++i)
+        table[i] = step(Clamped(i - kMostCarried));
     return table;
 }
 
@@ -46,29 +56,44 @@ constexpr ChannelTable kEighthsTable = MakeTable([](int value) {
     return ChannelStep{static_cast<BYTE>(level * Unit),
                        static_cast<signed char>((value - kEighths[level]) >> 2)};
 });
-// In the order of the bytes of a pixel: blue, green, red.
-constexpr ChannelTable kSteps[] = {kBlue, kEighthsTable<4>, kEighthsTable<32>};
 
-constexpr BYTE Clamped(int value)
+constexpr bool HasRoom(const ChannelTable& table)
 {
-    return static_cast<BYTE>(std::clamp(value, 0, 255));
+    return std::ranges::all_of(table, [](const ChannelStep& step) {
+        return 2 * step.error >= -kMostCarried && 2 * step.error <= kMostCarried;
+    });
 }
+static_assert(HasRoom(kBlue) && HasRoom(kEighthsTable<4>));
 
-// Turns a row of pixels into indices. Half of each pixel's error goes to its right neighbour and a quarter to
-// the pixel of the next row; on purpose none goes diagonally.
+// One channel of a row: the pixel's index is what its channels add up to.
+class ChannelDither
+{
+public:
+    explicit ChannelDither(const ChannelTable& table) : m_steps(table.data() + kMostCarried) {}
+
+    // Passes on half of the error to the right neighbour, and a quarter to the pixel of the next row.
+    BYTE operator()(BYTE current, BYTE& next)
+    {
+        const ChannelStep step = m_steps[current + 2 * m_error];
+        m_error = step.error;
+        next = static_cast<BYTE>(Clamped(next + step.error));
+        return step.index;
+    }
+
+private:
+    const ChannelStep* m_steps; // by value
+    int m_error = 0;
+};
+
+// Turns a row of pixels into indices. On purpose nothing of an error goes diagonally.
 void DitherRow(const BYTE* current, BYTE* next, LONG width, BYTE* indices)
 {
-    int carried[3] = {};
-    for (LONG x = 0; x < width; ++x, current += 3, next += 3) {
-        int index = 0;
-        for (int channel = 0; channel < 3; ++channel) {
-            const ChannelStep step = kSteps[channel][Clamped(current[channel] + carried[channel])];
-            index += step.index;
-            next[channel] = Clamped(next[channel] + step.error);
-            carried[channel] = 2 * step.error;
-        }
-        indices[x] = static_cast<BYTE>(index);
-    }
+    ChannelDither blue(kBlue);
+    ChannelDither green(kEighthsTable<4>);
+    ChannelDither red(kEighthsTable<32>);
+    for (LONG x = 0; x < width; ++x, current += 3, next += 3)
+        indices[x] = static_cast<BYTE>(blue(current[0], next[0]) + green(current[1], next[1]) +
+                                       red(current[2], next[2]));
 }
 
 void DitherRows(const VDibView& source, const VDibView& target)
@@ -89,24 +114,14 @@ void DitherRows(const VDibView& source, const VDibView& target)
     }
 }
 
-// The system palette on a palette screen, else the dither colours.
-VLogPalette DisplayPalette()
-{
-    const VOwnedScreenDC screen(::GetDC(nullptr));
-    if (std::optional<VLogPalette> system = SystemIdentityPalette(screen.Get(), nullptr))
-        return *std::move(system);
-    VLogPalette palette(kMaxDibColors);
-    for (DWORD i = 0; i < kMaxDibColors; ++i) {
-        const RGBQUAD color = DitherColor(i);
-        palette.Entries()[i] = {color.rgbRed, color.rgbGreen, color.rgbBlue, 0};
-    }
-    return palette;
-}
-
-// Replaces the dither colours by those that the display can show.
+// Replaces the dither colours by those that a palette screen can show; others show them all.
 bool MatchColors(const VDibView& dib)
 {
-    VLogPalette colors = DisplayPalette();
+    const VOwnedScreenDC screen(::GetDC(nullptr));
+    std::optional<VLogPalette> system = SystemIdentityPalette(screen.Get(), nullptr);
+    if (!system)
+        return true;
+    VLogPalette& colors = *system;
     const VOwnedPalette palette = colors.Create();
     if (!palette)
         return false;
