@@ -62,6 +62,25 @@ int NextValue(int current, int target, int divisor)
     return current + increment;
 }
 
+// How often draw(dc) draws a picture.
+template <class Draw>
+int CountPictures(Draw draw)
+{
+    CDC dc;
+    dc.Attach(::CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr));
+    EXPECT_TRUE(draw(&dc));
+    const HENHMETAFILE record = ::CloseEnhMetaFile(dc.Detach());
+    int count = 0;
+    const auto look = [](HDC, HANDLETABLE*, const ENHMETARECORD* entry, int, LPARAM counter) {
+        if (entry->iType == EMR_BITBLT || entry->iType == EMR_STRETCHDIBITS)
+            ++*reinterpret_cast<int*>(counter);
+        return 1;
+    };
+    ::EnumEnhMetaFile(nullptr, record, look, &count, nullptr);
+    ::DeleteEnhMetaFile(record);
+    return count;
+}
+
 } // namespace
 
 TEST_F(DibFade, LevelsFollowTheRuleOfTheShrinkingDivisor)
@@ -132,6 +151,23 @@ TEST_F(DibFade, OutEndsBlackWithTheBlockAsItWas)
             EXPECT_TRUE(m_dib.BuildBitmap());
             EXPECT_NE(Shown().Count(kBlack), 13 * 7);
         }
+    }
+}
+
+TEST_F(DibFade, EndsWithTheFrameThatLeavesNothingToChange)
+{
+    constexpr int kSteps = 20;
+    for (const DibSpec& spec : kSpecs) {
+        SCOPED_TRACE(testing::Message() << spec.bitCount << " bits");
+        Fill(spec);
+        const auto fadeIn = [this](CDC* dc) { return m_dib.Display(20, dc, 0, 0, kSteps, 0, SRCCOPY); };
+        const auto fadeOut = [this](CDC* dc) { return m_dib.Clear(20, dc, 0, 0, kSteps, 0); };
+        EXPECT_EQ(CountPictures(fadeIn), 1 + kSteps);
+        EXPECT_EQ(CountPictures(fadeOut), 1 + kSteps);
+        // Of a black image the beginning, and one frame.
+        ASSERT_TRUE(m_dib.AdjustBrightness(-255));
+        EXPECT_EQ(CountPictures(fadeIn), 2);
+        EXPECT_EQ(CountPictures(fadeOut), 2);
     }
 }
 

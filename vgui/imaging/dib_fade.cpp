@@ -123,9 +123,76 @@ void FadeImage(const VDibView& original, const VDibView& live, const VFadeLevels
     }
 }
 
-bool AreEqual(const VDibView& one, const VDibView& other)
+// ---- Whether two frames look the same, told without making them
+
+bool AreSameColors(const VDibView& original, const VFadeLevels& one, const VFadeLevels& other)
 {
-    return std::memcmp(one.Block(), other.Block(), std::min(one.Length(), other.Length())) == 0;
+    const size_t entryBytes = original.HasCoreHeader() ? sizeof(RGBTRIPLE) : sizeof(RGBQUAD);
+    const auto colors = std::min<DWORD>(PaletteSize(original.Block()) / entryBytes, kMaxDibColors);
+    for (DWORD i = 0; i < colors; ++i) {
+        const auto [blue, green, red, reserved] = original.Color(i);
+        for (const BYTE value : {blue, green, red})
+            if (one[value] != other[value])
+                return false;
+    }
+    return true;
+}
+
+// Calls isSame(pixel) for the pixels, until it answers false. Whether it never did. Masks are no pixels.
+template <size_t PixelBytes, class IsSame>
+bool AllPixels(const VDibView& original, const IsSame& isSame)
+{
+    const BYTE* const masksEnd = original.Compression() == BI_BITFIELDS
+                                     ? original.Block() + sizeof(BITMAPINFOHEADER) + kMaskBytes
+                                     : original.Block();
+    for (LONG y = 0; y < original.Height(); ++y) {
+        const BYTE* pixel = original.Row(y);
+        for (LONG x = original.Width(); x > 0; --x, pixel += PixelBytes)
+            if (pixel >= masksEnd && !isSame(pixel))
+                return false;
+    }
+    return true;
+}
+
+bool AreSameWords(const VDibView& original, const VFadeLevels& one, const VFadeLevels& other)
+{
+    for (DWORD channel = 0; channel < 3; ++channel) {
+        const DWORD mask = ChannelMask(original, channel);
+        const auto isSame = [ones = WordChannel(mask, one),
+                             others = WordChannel(mask, other)](const BYTE* at) {
+            WORD pixel = 0;
+            std::memcpy(&pixel, at, sizeof pixel);
+            return ones(pixel) == others(pixel);
+        };
+        if (!AllPixels<sizeof(WORD)>(original, isSame))
+            return false;
+    }
+    return true;
+}
+
+template <size_t PixelBytes>
+bool AreSameBytes(const VDibView& original, const VFadeLevels& one, const VFadeLevels& other)
+{
+    return AllPixels<PixelBytes>(original, [&](const BYTE* pixel) {
+        return one[pixel[0]] == other[pixel[0]] && one[pixel[1]] == other[pixel[1]] &&
+               one[pixel[2]] == other[pixel[2]];
+    });
+}
+
+bool AreSameFrames(const VDibView& original, const VFadeLevels& one, const VFadeLevels& other)
+{
+    if (one == other)
+        return true;
+    switch (original.BitCount()) {
+    case 16:
+        return AreSameWords(original, one, other);
+    case 24:
+        return AreSameBytes<3>(original, one, other);
+    case 32:
+        return AreSameBytes<4>(original, one, other);
+    default:
+        return AreSameColors(original, one, other);
+    }
 }
 
 // A copy of a block, locked.
@@ -146,13 +213,11 @@ int Fade(CDib& dib, VFadeLevels::Kind kind, CDC* pDC, int x, int y, int steps, D
         return FALSE;
     const VLockedDib live(dib.GetHandle());
     const CopiedDib original(dib.GetHandle());
-    const CopiedDib last(dib.GetHandle());
-    if (!live || !original.View() || !last.View())
+    if (!live || !original.View())
         return FALSE;
     // One step leads from the beginning to the end.
     VFadeLevels ended(kind, 1);
     ended.Advance();
-    FadeImage(original.View(), last.View(), ended);
 
     VFadeLevels levels(kind, steps);
     const auto takeFrame = [&] {
@@ -170,7 +235,7 @@ int Fade(CDib& dib, VFadeLevels::Kind kind, CDC* pDC, int x, int y, int steps, D
         if (isShown)
             dib.Display(pDC, x, y, SRCCOPY);
         PauseTransition(delay);
-    } while (isShown && !AreEqual(live, last.View()));
+    } while (isShown && !AreSameFrames(original.View(), levels, ended));
     // Palette and bitmap keep the last frame; hosts rely on it.
     std::memcpy(live.Block(), original.View().Block(), live.Length());
     return isShown;

@@ -23,6 +23,9 @@ public:
     // The value in the current frame.
     BYTE operator[](BYTE value) const { return m_levels[value]; }
 
+    // Whether all values are the same in the current frames.
+    bool operator==(const VFadeLevels& other) const { return m_levels == other.m_levels; }
+
     // Goes to the next frame: every channel makes good one part in so many of what is left, rounded up.
     void Advance()
     {
