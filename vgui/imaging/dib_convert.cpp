@@ -1,11 +1,13 @@
 // Packed DIBs and GDI: DIB sections, palettes, the change of depth, and DIBs made from bitmaps.
 #include "vgui/imaging/dib_block.h"
 #include "vgui/imaging/dib_draw.h"
+#include "vgui/imaging/dib_rows.h"
 #include "vgui/imaging/log_palette.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -41,6 +43,37 @@ void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPale
         const VOwnedScreenDC screen(::GetDC(nullptr));
         const VOwnedPalette halftone(::CreateHalftonePalette(screen.Get()));
         SetColors(target, halftone.Get(), count, Flags::Keep);
+    }
+}
+
+// Whether a change of depth keeps every colour as it is, so that GDI is not needed, which takes its time to
+// make what it draws with.
+bool KeepsColors(const VDibView& source, WORD bitCount)
+{
+    return source.Compression() == BI_RGB && source.BitCount() != 16 && bitCount != source.BitCount() &&
+           (bitCount == 24 || bitCount == 32);
+}
+
+// False when memory is short.
+bool CopyColors(const VDibView& source, const VDibView& target)
+{
+    try {
+        VColorReader reader(source);
+        std::vector<BYTE> row(reader.Length());
+        const size_t pixelBytes = target.BitCount() / 8;
+        for (LONG y = 0; y < source.Height(); ++y) {
+            reader.Read(y, row.data());
+            BYTE* to = target.Row(y);
+            for (const BYTE* from = row.data(); from != row.data() + row.size(); from += reader.Channels()) {
+                to[0] = from[0];
+                to[1] = from[1];
+                to[2] = from[2];
+                to += pixelBytes;
+            }
+        }
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
 }
 
@@ -153,6 +186,8 @@ VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette)
     if (bitCount <= kMaxIndexedBits)
         ChooseColors(target, source, hPalette);
     target.UpdateSizeImage();
+    if (KeepsColors(source, bitCount))
+        return CopyColors(source, target) ? std::move(block) : VOwnedGlobal();
 
     const VDibSection from(source);
     const VDibSection to(target);
