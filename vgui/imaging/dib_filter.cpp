@@ -247,15 +247,14 @@ class MedianCounter
 public:
     explicit MedianCounter(int size) : m_half(size * size / 2) {}
 
-    void Add(BYTE value)
+    // Only before the median is asked for.
+    void Add(BYTE value) { ++m_counts[value]; }
+    // Of those counted, one becomes another.
+    void Replace(BYTE out, BYTE in)
     {
-        ++m_counts[value];
-        m_below += value < m_median;
-    }
-    void Remove(BYTE value)
-    {
-        --m_counts[value];
-        m_below -= value < m_median;
+        --m_counts[out];
+        ++m_counts[in];
+        m_below += (in < m_median ? 1 : 0) - (out < m_median ? 1 : 0);
     }
     // The intensity that as many are below as above.
     BYTE Median()
@@ -268,32 +267,37 @@ public:
     }
 
 private:
-    std::array<int, 256> m_counts{};
+    std::array<uint16_t, 256> m_counts{};
     int m_half;
     int m_below = 0; // how many are smaller than the median
-    size_t m_median = 0;
+    unsigned m_median = 0;
 };
 
-void MedianAlong(const RowWindow& window, int size, size_t channel, BYTE* row)
+// The channels side by side: the processor need not wait for one's count before the next one's.
+void LargeMedianOf(const RowWindow& window, int size, BYTE* row)
 {
+    constexpr size_t kChannels = 3;
     const LONG radius = size / 2;
     const size_t step = window.Channels();
     const size_t reach = static_cast<size_t>(radius) * step;
     const BYTE* lines[kMaxMedian];
     for (LONG dy = -radius; dy <= radius; ++dy)
-        lines[dy + radius] = window.Row(dy) - reach + channel;
+        lines[dy + radius] = window.Row(dy) - reach;
 
-    MedianCounter counter(size);
+    MedianCounter counters[kChannels] = {MedianCounter(size), MedianCounter(size), MedianCounter(size)};
     for (int line = 0; line < size; ++line)
-        for (size_t i = 0; i < 2 * reach; i += step)
-            counter.Add(lines[line][i]);
-    for (size_t i = channel; i < window.Length(); i += step) {
-        const size_t left = i - channel;
-        for (int line = 0; line < size; ++line)
-            counter.Add(lines[line][left + 2 * reach]);
-        row[i] = counter.Median();
-        for (int line = 0; line < size; ++line)
-            counter.Remove(lines[line][left]);
+        for (size_t i = 0; i <= 2 * reach; i += step)
+            for (size_t channel = 0; channel < kChannels; ++channel)
+                counters[channel].Add(lines[line][i + channel]);
+    for (size_t i = 0; i < window.Length(); i += step) {
+        for (int line = 0; line < size && i != 0; ++line) {
+            const BYTE* const out = lines[line] + i - step;
+            const BYTE* const in = lines[line] + i + 2 * reach;
+            for (size_t channel = 0; channel < kChannels; ++channel)
+                counters[channel].Replace(out[channel], in[channel]);
+        }
+        for (size_t channel = 0; channel < kChannels; ++channel)
+            row[i + channel] = counters[channel].Median();
     }
 }
 
@@ -307,10 +311,8 @@ VOwnedGlobal SmallMedian(const VDibView& source)
 
 VOwnedGlobal LargeMedian(const VDibView& source, int size)
 {
-    return Filtered(source, size / 2, [size](const RowWindow& window, BYTE* row) {
-        for (size_t channel = 0; channel < 3; ++channel)
-            MedianAlong(window, size, channel, row);
-    });
+    return Filtered(source, size / 2,
+                    [size](const RowWindow& window, BYTE* row) { LargeMedianOf(window, size, row); });
 }
 
 bool IsPercent(int strength)
