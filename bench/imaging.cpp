@@ -8,6 +8,7 @@
 namespace
 {
 
+constexpr int kFewPixels = 10000; // of a quick run
 constexpr int kManyPixels = 1000000;
 
 struct Operation {
@@ -99,7 +100,7 @@ bench::Work Stretching(const CDib& picture, const Stretch& stretch)
 // Every operation on images of 24 bits; how the cost grows is shown by the sum of all.
 void MeasureEach()
 {
-    const int pixels = bench::Sizes({10000, kManyPixels}).back();
+    const int pixels = bench::Sizes({kFewPixels, kManyPixels}).back();
     CDib picture;
     bench::MakePicture(picture, bench::PictureWidth(pixels), bench::PictureHeight(pixels), 24);
     bench::PackedCopy source(picture);
@@ -142,10 +143,10 @@ void Run()
 {
     MeasureEach();
     // Smaller blocks come from memory that was in use before or from fresh pages, as the heap pleases.
-    for (const int pixels : bench::Sizes({kManyPixels, 10 * kManyPixels}))
-        MeasureAll(pixels, 24);
+    for (const int pixels : {kManyPixels, 10 * kManyPixels})
+        MeasureAll(bench::Sizes({kFewPixels, pixels}).back(), 24);
     for (const WORD bitCount : {WORD{32}, WORD{16}, WORD{8}, WORD{1}})
-        MeasureAll(bench::Sizes({10000, kManyPixels}).back(), bitCount);
+        MeasureAll(bench::Sizes({kFewPixels, kManyPixels}).back(), bitCount);
 }
 
 const bench::Subject g_subject("imaging", &Run);
