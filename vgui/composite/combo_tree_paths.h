@@ -2,6 +2,7 @@
 #pragma once
 
 #include <afxcmn.h>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
