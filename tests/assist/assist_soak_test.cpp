@@ -96,17 +96,6 @@ protected:
 
     [[nodiscard]] fs::path Folder() const { return host.Videos() / L"folder"; }
 
-    template <class Check>
-    void Soak(int shortCount, Check check)
-    {
-        SoakInputs inputs(shortCount);
-        while (!HasFailure() && inputs.Next()) {
-            SCOPED_TRACE(inputs.Name());
-            RandomText random(inputs);
-            check(random);
-        }
-    }
-
     const ImportPatch box{L"mfcsubset.dll", "MessageBoxW", reinterpret_cast<void*>(CloseBox)};
     const ImportPatch file{L"mfcsubset.dll", "GetOpenFileNameW", reinterpret_cast<void*>(ChooseFile)};
     const AssistHost host;
@@ -174,7 +163,7 @@ void WriteAny(RandomText& random, const fs::path& file, const std::wstring& text
 
 TEST_F(AssistSoakTest, TopicsAreThoseOfTheirSection)
 {
-    Soak(600, [&](RandomText& random) {
+    SoakWithText(600, [&](RandomText& random) {
         const std::wstring topic = Plain(random.Next()).substr(0, 200), caption = Plain(random.Next()),
                            folder = Plain(random.Next());
         AssistHost::Write(host.Sys(L"AssistSystem.ini"), L"[" + topic + L"]\r\n" + L"Caption=" + caption +
@@ -196,7 +185,7 @@ TEST_F(AssistSoakTest, TopicsAreThoseOfTheirSection)
 TEST_F(AssistSoakTest, TopicsOfAnyFilesAreShownOrRefused)
 {
     int shown = 0;
-    Soak(600, [&](RandomText& random) {
+    SoakWithText(600, [&](RandomText& random) {
         const std::wstring topic = random.Next().substr(0, 400);
         WriteAny(random, host.Sys(L"AssistSystem.ini"),
                  AnyLines(random, topic) + L"[" + topic + L"]\r\n" + AnyLines(random, topic));
@@ -252,7 +241,7 @@ std::wstring ModelInstructions(const std::wstring& text)
 TEST_F(AssistSoakTest, InstructionsAreTheLinesOfTheFile)
 {
     WriteBytes(Folder() / L"one.swf", "");
-    Soak(600, [&](RandomText& random) {
+    SoakWithText(600, [&](RandomText& random) {
         std::wstring text = random.Next(L"\r\n", 200);
         // A text without its mark must not look like another one, nor one that is no text.
         std::ranges::replace_if(
@@ -276,7 +265,7 @@ TEST_F(AssistSoakTest, InstructionsAreTheLinesOfTheFile)
 
 TEST_F(AssistSoakTest, VideosAreTheFilesWithTheirExtension)
 {
-    Soak(600, [&](RandomText& random) {
+    SoakWithText(600, [&](RandomText& random) {
         constexpr const wchar_t* kExtensions[] = {L".swf", L".SWF", L".sWf", L".swf.txt", L"swf", L".swf2"};
         constexpr size_t kExtension = 4; // characters, with the dot
         std::wstring name =

@@ -208,6 +208,7 @@ TEST_F(WindowHelpersTest, RestoreDoesOnlyWhatIsKnownAndFits)
         {-1, -1, 150, 140, CRect(CPoint(40, 30), CSize(150, 140))},
         {-1, 70, 150, 140, CRect(CPoint(40, 30), CSize(150, 140))},
         {60, 70, -1, 140, CRect(CPoint(60, 70), start.Size())},
+        {60, 70, 150, -1, CRect(CPoint(60, 70), start.Size())},
         {0, 0, width, height, CRect(0, 0, width, height)},
         {1, 0, width, 140, start},
         {0, 1, 150, height, start},
@@ -215,6 +216,7 @@ TEST_F(WindowHelpersTest, RestoreDoesOnlyWhatIsKnownAndFits)
         {10, -2, 150, 140, start},
         {10, 10, 0, 140, start},
         {10, 10, 150, 0, start},
+        {10, 10, -5, 140, start},
         {INT_MAX, 10, INT_MAX, 140, start},
     };
     for (const auto& test : cases) {

@@ -59,10 +59,7 @@ double AnyShare(RandomText& random)
 // An edge with a share between nothing and all strays a pixel at most, whatever became of the other controls.
 TEST_F(LayoutSoakTest, SharesAreKeptThroughAnySizes)
 {
-    SoakInputs inputs(60);
-    while (!HasFailure() && inputs.Next()) {
-        SCOPED_TRACE(inputs.Name());
-        RandomText random(inputs);
+    SoakWithText(60, [&](RandomText& random) {
         VDlgResizerEx resizer;
         resizer.Init(&host);
         double shares[2][4];
@@ -88,15 +85,12 @@ TEST_F(LayoutSoakTest, SharesAreKeptThroughAnySizes)
                 EXPECT_NEAR(place.bottom, places[i].bottom + shares[i][3] * grown.cy, kPixel);
             }
         }
-    }
+    });
 }
 
 TEST_F(LayoutSoakTest, AnyFlagsAndSizesAreBorne)
 {
-    SoakInputs inputs(400);
-    while (!HasFailure() && inputs.Next()) {
-        SCOPED_TRACE(inputs.Name());
-        RandomText random(inputs);
+    SoakWithText(400, [&](RandomText& random) {
         VDlgResizer resizer;
         resizer.Init(&host);
         for (UINT i = 0; i < 3; ++i)
@@ -108,17 +102,14 @@ TEST_F(LayoutSoakTest, AnyFlagsAndSizesAreBorne)
             resizer.Resize(id, random.Number(), random.Number(), static_cast<UINT>(random.Number()));
         }
         EXPECT_EQ(resizer.GetSize(), 3);
-    }
+    });
 }
 
 // A record that is out of reach changes nothing, any other one is kept exactly.
 TEST_F(LayoutSoakTest, WindowsReturnToWhatTheScreenHolds)
 {
     const CSize screen(::GetSystemMetrics(SM_CXFULLSCREEN), ::GetSystemMetrics(SM_CYFULLSCREEN));
-    SoakInputs inputs(1000);
-    while (!HasFailure() && inputs.Next()) {
-        SCOPED_TRACE(inputs.Name());
-        RandomText random(inputs);
+    SoakWithText(1000, [&](RandomText& random) {
         const int x = random.Number(), y = random.Number(), cx = random.Number(), cy = random.Number();
         CRect before, after;
         host.GetWindowRect(before);
@@ -126,7 +117,7 @@ TEST_F(LayoutSoakTest, WindowsReturnToWhatTheScreenHolds)
         host.GetWindowRect(after);
         if (!restored) {
             EXPECT_EQ(after, before);
-            continue;
+            return;
         }
         if (x != VWndPos::Unknown) {
             EXPECT_EQ(after.TopLeft(), CPoint(x, y));
@@ -134,5 +125,5 @@ TEST_F(LayoutSoakTest, WindowsReturnToWhatTheScreenHolds)
         const bool isSized = cx != VWndPos::Unknown && cy != VWndPos::Unknown;
         EXPECT_EQ(after.Size(), isSized ? CSize(cx, cy) : before.Size());
         EXPECT_TRUE(int64_t{x} + cx <= screen.cx && int64_t{y} + cy <= screen.cy);
-    }
+    });
 }

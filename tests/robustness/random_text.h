@@ -4,6 +4,7 @@
 #include "tests/support/soak.h"
 
 #include <afxwin.h>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <vector>
@@ -58,3 +59,15 @@ private:
 
     std::mt19937& m_random;
 };
+
+// Calls check with one input of the running test after the other, until it fails.
+template <class Check>
+void SoakWithText(int shortCount, Check check)
+{
+    support::SoakInputs inputs(shortCount);
+    while (!testing::Test::HasFailure() && inputs.Next()) {
+        SCOPED_TRACE(inputs.Name());
+        RandomText random(inputs);
+        check(random);
+    }
+}

@@ -41,18 +41,6 @@ std::vector<std::wstring> Split(const std::wstring& text, wchar_t delimiter)
 
 class TextsSoakTest : public CensusTest
 {
-protected:
-    // Calls check with one input after the other.
-    template <class Check>
-    static void Soak(int shortCount, Check check)
-    {
-        SoakInputs inputs(shortCount);
-        while (!HasFailure() && inputs.Next()) {
-            SCOPED_TRACE(inputs.Name());
-            RandomText random(inputs);
-            check(random);
-        }
-    }
 };
 
 // ---- The companion's messages
@@ -101,7 +89,7 @@ std::vector<CString> ReadInPieces(RandomText& random, const BYTE* bytes, size_t 
 
 TEST_F(TextsSoakTest, CompanionFieldsAreThoseOfAModel)
 {
-    Soak(4000, [](RandomText& random) {
+    SoakWithText(4000, [](RandomText& random) {
         const std::wstring text = RandomMessage(random);
         const CString message(text.data(), static_cast<int>(text.size()));
         for (const wchar_t* const key : {L"?Total", L"?Message", L"?CurObject", L"?"}) {
@@ -122,7 +110,7 @@ TEST_F(TextsSoakTest, CompanionFieldsAreThoseOfAModel)
 
 TEST_F(TextsSoakTest, CompanionMessagesKeepTheirFieldsWhereverTheyAreCut)
 {
-    Soak(4000, [](RandomText& random) {
+    SoakWithText(4000, [](RandomText& random) {
         const std::wstring text = RandomMessage(random);
         std::wstring joined;
         for (const CString& part : ReadInPieces(random, reinterpret_cast<const BYTE*>(text.data()),
@@ -148,7 +136,7 @@ TEST_F(TextsSoakTest, CompanionHistoryNumbersAreThoseOfAModel)
     constexpr int kNone = -1;
     const std::regex lineEnd("\\r+\\n?|\\n");
     const std::regex number("^[ \\t\\v\\f]*([+-]?[0-9]+)");
-    Soak(4000, [&](RandomText& random) {
+    SoakWithText(4000, [&](RandomText& random) {
         std::string text;
         for (size_t parts = random.Below(16); parts-- > 0;) {
             constexpr const char* kParts[] = {"\r\n", "\n", "\r", "-", "99999999999", " ", "+"};
@@ -199,7 +187,7 @@ TEST_F(TextsSoakTest, ChoicesAreWhatStandsBetweenTheBars)
     CComboBox combo;
     ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWNLIST, kPlace, &host, kId));
     OpenList list;
-    Soak(1000, [&](RandomText& random) {
+    SoakWithText(1000, [&](RandomText& random) {
         const std::wstring choices = random.Next(L"|");
         combo.ResetContent();
         list.AddStrToComboList(&combo, choices.c_str());
@@ -220,7 +208,7 @@ TEST_F(TextsSoakTest, TreePathsAreThoseOfAModel)
     ComboTree combo;
     ASSERT_TRUE(combo.Create(kPlace, 180, 160, &host, kId));
     std::set<std::vector<std::wstring>> known;
-    Soak(1500, [&](RandomText& random) {
+    SoakWithText(1500, [&](RandomText& random) {
         if (random.Below(50) == 0 || known.size() > 300) {
             combo.ResetContent();
             known.clear();
@@ -255,7 +243,7 @@ TEST_F(TextsSoakTest, HistoriesOfComboBoxesAreThoseOfAModel)
     VComboBox combo;
     ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, kPlace, &host, kId));
     std::vector<std::wstring> known;
-    Soak(1000, [&](RandomText& random) {
+    SoakWithText(1000, [&](RandomText& random) {
         const std::wstring history = random.Next(L"|;ab");
         const size_t textEnd = history.find(L'|');
         EXPECT_EQ(combo.LoadHistory(history.c_str()), textEnd != std::wstring::npos);
@@ -282,7 +270,7 @@ TEST_F(TextsSoakTest, RadioGroupsTakeAnyNumber)
 {
     HostWnd host;
     ASSERT_TRUE(host.Open({300, 200}));
-    Soak(400, [&](RandomText& random) {
+    SoakWithText(400, [&](RandomText& random) {
         std::vector<std::unique_ptr<VRadioBtn>> library;
         std::vector<HWND> all, radios;
         bool isOtherGroup = false;
@@ -332,7 +320,7 @@ TEST_F(TextsSoakTest, DialogsShowAnyText)
     ASSERT_TRUE(dialog.Open(t));
     CXTTipWindow tip;
     ASSERT_TRUE(tip.Create(&dialog));
-    Soak(400, [&](RandomText& random) {
+    SoakWithText(400, [&](RandomText& random) {
         const UINT id = 101 + static_cast<UINT>(random.Below(5));
         const std::wstring text = random.Next(L"&\n\t");
         for (const HWND window : {dialog.m_hWnd, ::GetDlgItem(dialog.m_hWnd, static_cast<int>(id))}) {
@@ -367,7 +355,7 @@ TEST_F(TextsSoakTest, LinksAreOpenedWhole)
     VUrlEmailBtn link;
     ASSERT_TRUE(link.Create(L"caption", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, kPlace, &host, kId));
     const VGShellOpener usual = VGSetShellOpener(NoteOpened);
-    Soak(400, [&](RandomText& random) {
+    SoakWithText(400, [&](RandomText& random) {
         constexpr const wchar_t* kPrefixes[] = {L"http:\\\\", L"mailto:"};
         const size_t type = random.Below(std::size(kPrefixes));
         const std::wstring target = random.Next();
