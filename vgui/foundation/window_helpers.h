@@ -121,7 +121,8 @@ public:
     // Takes place, size and the maximised state from the window. False without a window.
     bool Save();
     // Maximises the window, or moves and sizes it as far as place and size are known. A place that is not
-    // wholly on the main screen, or an empty or negative size, changes nothing. False when nothing was changed.
+    // wholly on the main screen, or an empty or negative size, changes nothing. False when nothing was
+    // changed.
     bool Restore() const;
 
 private:
