@@ -4,7 +4,6 @@
 #include "vgui/imaging/dib.h"
 #include "vgui/imaging/dib_pal.h"
 
-#include <array>
 #include <cstring>
 
 using namespace support;
@@ -42,22 +41,10 @@ Bytes PackedDib(WORD bitCount)
     return bytes;
 }
 
-HGLOBAL BlockOf(const Bytes& bytes)
-{
-    const HGLOBAL block = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
-    std::memcpy(::GlobalLock(block), bytes.data(), bytes.size());
-    ::GlobalUnlock(block);
-    return block;
-}
-
 // Holds an image that was made without refusals.
 bool Fill(CDib& dib, WORD bitCount)
 {
-    const HGLOBAL block = BlockOf(PackedDib(bitCount));
-    if (dib.Attach(block))
-        return true;
-    ::GlobalFree(block);
-    return false;
+    return dib.Create(PackedDib(bitCount).data());
 }
 
 // change answers TRUE when it has changed the image.
@@ -102,7 +89,7 @@ std::vector<RefusedOperation> Changes()
         Change("merge", 24,
                [](CDib& dib) {
                    CDib other;
-                   return Fill(other, 8) ? dib.MergeDib(other.GetHandle(), {1, 1}) : FALSE;
+                   return Fill(other, 8) && dib.MergeDib(other.GetHandle(), {1, 1});
                }),
         Change("file", 24,
                [](CDib& dib) {
@@ -116,7 +103,7 @@ std::vector<RefusedOperation> Changes()
 }
 
 // Shows an image of so many bits on a surface.
-RefusedOperation Show(const char* name, WORD bitCount, const std::function<void(CDib&, CDC&)>& show)
+RefusedOperation Show(const std::string& name, WORD bitCount, const std::function<void(CDib&, CDC&)>& show)
 {
     return {name, [=] {
                 const DibSurface surface(20, 20);
@@ -148,14 +135,8 @@ std::vector<RefusedOperation> Shows()
                  }
              }),
     };
-    static const std::array<std::string, 21> names = [] {
-        std::array<std::string, 21> texts;
-        for (size_t i = 0; i < texts.size(); ++i)
-            texts[i] = "effect " + std::to_string(i);
-        return texts;
-    }();
     for (int effect = 1; effect <= 20; ++effect)
-        operations.push_back(Show(names[effect].c_str(), 24, [=](CDib& dib, CDC& dc) {
+        operations.push_back(Show("effect " + std::to_string(effect), 24, [=](CDib& dib, CDC& dc) {
             dib.Display(effect, &dc, 0, 0, 3, 0, SRCCOPY);
             dib.Clear(effect, &dc, 0, 0, 3, 0);
         }));
@@ -186,38 +167,34 @@ void UsePalette()
     }
 }
 
-class RefusedImages : public testing::Test
-{
-};
-
 } // namespace
 
-TEST_F(RefusedImages, ObjectsWhileTheyChange)
+TEST(RefusedImages, ObjectsWhileTheyChange)
 {
     ExpectRefusalsSurvived(Refused::Objects, Changes());
 }
 
-TEST_F(RefusedImages, MemoryWhileTheyChange)
+TEST(RefusedImages, MemoryWhileTheyChange)
 {
     ExpectRefusalsSurvived(Refused::Memory, Changes());
 }
 
-TEST_F(RefusedImages, ObjectsWhileTheyAreShown)
+TEST(RefusedImages, ObjectsWhileTheyAreShown)
 {
     ExpectRefusalsSurvived(Refused::Objects, Shows());
 }
 
-TEST_F(RefusedImages, MemoryWhileTheyAreShown)
+TEST(RefusedImages, MemoryWhileTheyAreShown)
 {
     ExpectRefusalsSurvived(Refused::Memory, Shows());
 }
 
-TEST_F(RefusedImages, ObjectsForPalettes)
+TEST(RefusedImages, ObjectsForPalettes)
 {
     ExpectRefusalsSurvived(Refused::Objects, {{"palettes", UsePalette}});
 }
 
-TEST_F(RefusedImages, MemoryForPalettes)
+TEST(RefusedImages, MemoryForPalettes)
 {
     ExpectRefusalsSurvived(Refused::Memory, {{"palettes", UsePalette}});
 }

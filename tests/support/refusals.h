@@ -17,18 +17,18 @@ enum class Refused {
 
 // What is done with some requests refused.
 struct RefusedOperation {
-    const char* name;
+    std::string name;
     std::function<void()> run;
     // Whether what stays behind is a fault.
     bool isCounted = true;
 };
 
-// Runs each operation again and again: with its first request refused, with its second one, and so on until
-// it ends without a refusal; then the same with every request from there on refused. Operations with very
-// many requests take growing steps; VGUI_SOAK in the environment has every one tried. A crash report names
-// operation and request. Expects that the process then has the graphic and user objects, the windows and the
-// library's memory of before. Exceptions of the framework and, with memory refused, std::bad_alloc may leave
-// an operation; message boxes are answered at once.
+// Runs each operation again and again: with its first request refused, with its second one, and so on; then
+// the same with every request from there on refused. A request that the same functions have made before, in
+// this operation or another one of the test program, is left out; VGUI_SOAK in the environment has every one
+// tried. A crash report names operation and request. Expects that the process then has the graphic and user
+// objects, the windows and the library's memory of before. Exceptions of the framework and, with memory
+// refused, std::bad_alloc may leave an operation; message boxes are answered at once.
 void ExpectRefusalsSurvived(Refused kind, const std::vector<RefusedOperation>& operations);
 
 } // namespace support
