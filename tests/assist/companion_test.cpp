@@ -467,35 +467,35 @@ TEST_F(Companion, WaitsALittleForABusyServerAfterACancel)
     TakeAtom(server.Pipe());
 }
 
-TEST_F(Companion, WritesTheResultsIntoTheProfile)
+TEST_F(Companion, WritesTheResultsIntoTheProfileAtTheEndOrAtOnce)
 {
-    const ProfileFile profile;
-    CompanionServer server({L"say", L"?Record=a=1;b=二;;c=3;", L"say", L"?CurObject=now", L"say",
-                            L"?Record=a=4;?LastAnalysisInfo=total=9;;"});
-    std::wstring meanwhile;
-    dialog.onCall = [&](const std::wstring& call) {
-        if (call == L"2: now")
-            meanwhile = profile.Value(L"Analysis", L"b");
+    const struct {
+        UINT mode;
+        Texts rest; // of the server's steps
+        std::wstring meanwhile, last, total;
+    } cases[] = {
+        {0, {L"say", L"?Record=a=4;?LastAnalysisInfo=total=9;;"}, L"", L"4", L"9"},
+        {kWriteAlways, {L"die"}, L"1二", L"1二", L""},
     };
-    EXPECT_EQ(Call(server, profile.Argument()), 0u);
-    EXPECT_EQ(meanwhile, L"");
-    EXPECT_EQ(profile.Value(L"Analysis", L"a"), L"4");
-    EXPECT_EQ(profile.Value(L"Analysis", L"b"), L"");
-    EXPECT_EQ(profile.Value(L"AnalysisInfo", L"total"), L"9");
-}
-
-TEST_F(Companion, WritesTheResultsAtOnceInThatMode)
-{
-    const ProfileFile profile;
-    CompanionServer server({L"say", L"?Record=a=1;b=二;;c=3;", L"say", L"?CurObject=now", L"die"});
-    std::wstring meanwhile;
-    dialog.onCall = [&](const std::wstring& call) {
-        if (call == L"2: now")
-            meanwhile = profile.Value(L"Analysis", L"a") + profile.Value(L"Analysis", L"b") +
-                        profile.Value(L"Analysis", L"c");
-    };
-    EXPECT_EQ(Call(server, profile.Argument(), kWriteAlways), 0u);
-    EXPECT_EQ(meanwhile, L"1二");
+    for (const auto& item : cases) {
+        const ProfileFile profile;
+        const auto written = [&] {
+            return profile.Value(L"Analysis", L"a") + profile.Value(L"Analysis", L"b") +
+                   profile.Value(L"Analysis", L"c");
+        };
+        Texts steps{L"say", L"?Record=a=1;b=二;;c=3;", L"say", L"?CurObject=now"};
+        steps.insert(steps.end(), item.rest.begin(), item.rest.end());
+        const CompanionServer server(steps);
+        std::wstring meanwhile;
+        dialog.onCall = [&](const std::wstring& call) {
+            if (call == L"2: now")
+                meanwhile = written();
+        };
+        EXPECT_EQ(Call(server, profile.Argument(), item.mode), 0u);
+        EXPECT_EQ(meanwhile, item.meanwhile);
+        EXPECT_EQ(written(), item.last);
+        EXPECT_EQ(profile.Value(L"AnalysisInfo", L"total"), item.total);
+    }
 }
 
 TEST_F(Companion, SaysWhenThereIsNoPipe)

@@ -234,7 +234,7 @@ TEST_F(ComboTreePaths, KeepUpWithLabelEditsAndCallbacks)
 
 TEST_F(ComboTreePaths, LengthAndDepthDoNotMatter)
 {
-    Open();
+    Open(true);
     std::wstring path(70000, L'x');
     EXPECT_NE(combo.AddString(path.c_str()), nullptr);
     EXPECT_EQ(combo.AddString(path.c_str()), nullptr);
@@ -244,9 +244,17 @@ TEST_F(ComboTreePaths, LengthAndDepthDoNotMatter)
     for (int i = 1; i < kDepth; ++i)
         path += L"/d";
     const HTREEITEM deepest = combo.AddString(path.c_str());
+    const HTREEITEM top = tree.GetRootItem();
     EXPECT_EQ(tree.GetCount(), static_cast<UINT>(kDepth));
     EXPECT_EQ(combo.FindString(path.c_str(), nullptr), deepest);
     EXPECT_EQ(std::wstring_view(combo.GetTreePath(deepest)), path);
-    EXPECT_EQ(combo.DeleteString(tree.GetRootItem()), 0);
+    combo.SetCheck(deepest, TRUE);
+    EXPECT_EQ(combo.GetFirstCheckedItem(), top);
+    combo.SetCheck(top, FALSE);
+    EXPECT_FALSE(combo.IsItemChecked(deepest));
+    EXPECT_EQ(combo.GetNextCheckedItem(top), nullptr);
+    EXPECT_EQ(combo.GetLastItem(top), deepest);
+    combo.CollapseBranch(top);
+    EXPECT_EQ(combo.DeleteString(top), 0);
     EXPECT_EQ(combo.FindString(L"d", nullptr), nullptr);
 }

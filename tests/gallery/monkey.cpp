@@ -1,10 +1,10 @@
 #include "tests/gallery/monkey.h"
 
-#include "tests/gallery/monkey_log.h"
 #include "tests/gallery/monkey_windows.h"
 #include "tests/support/environment.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace monkey
 {
@@ -37,6 +37,26 @@ constexpr UINT kKeys[] = {
 };
 constexpr wchar_t kCharacters[] = L"0123456789aZ ?=\\/.,;:-+%&\t中文图纸€\x0301\xD83D\xDE00\xFFFF";
 
+// The last actions, for the report of a crash. No memory of the heap: a crash may have left it in pieces.
+constexpr int kKept = 50;
+constexpr int kLineLength = 200;
+char g_lines[kKept][kLineLength];
+int g_count = 0;
+unsigned g_seed = 0;
+
+void Log(int index, const std::string& action)
+{
+    snprintf(g_lines[g_count % kKept], kLineLength, "%d %s", index, action.c_str());
+    ++g_count;
+}
+
+void WriteLog()
+{
+    printf("monkey: VGUI_MONKEY_SEED=%u, the last actions of %d:\n", g_seed, g_count);
+    for (int i = g_count > kKept ? g_count - kKept : 0; i < g_count; ++i)
+        printf("  %s\n", g_lines[i % kKept]);
+}
+
 CRect ScreenRect()
 {
     return {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
@@ -63,7 +83,9 @@ Monkey::Monkey(const Plan& plan, int listId)
     : m_plan(plan), m_listId(listId), m_uiThread(::GetCurrentThreadId()),
       m_end(plan.duration != 0 ? plan.duration : INFINITE)
 {
-    BeginLog(plan.seed);
+    g_seed = plan.seed;
+    g_count = 0;
+    support::SetCrashWriter(WriteLog);
     m_thread = std::thread([this] { Run(); });
 }
 
@@ -234,12 +256,16 @@ void Monkey::CloseOne()
     }
 }
 
-void Monkey::MoveOrSize()
+// Null when all are closed just now.
+HWND Monkey::OneWindow()
 {
     const std::vector<HWND> windows = VisibleWindows(WindowKind::Own);
-    if (windows.empty())
-        return;
-    const HWND window = OneOf(windows);
+    return windows.empty() ? nullptr : OneOf(windows);
+}
+
+void Monkey::MoveOrSize()
+{
+    const HWND window = OneWindow();
     const int x = Below(1000) - 100, y = Below(800) - 20;
     const int width = Below(1200), height = Below(900);
     Log(m_index, "put" + At({x, y}) + " with " + std::to_string(width) + "x" + std::to_string(height) + " " +
@@ -250,10 +276,7 @@ void Monkey::MoveOrSize()
 
 void Monkey::ShowOrHide()
 {
-    const std::vector<HWND> windows = VisibleWindows(WindowKind::Own);
-    if (windows.empty())
-        return;
-    const HWND window = OneOf(windows);
+    const HWND window = OneWindow();
     const int show = OneOf(std::vector{SW_MINIMIZE, SW_MAXIMIZE, SW_RESTORE});
     Log(m_index, "show " + std::to_string(show) + " " + Describe(window));
     ::ShowWindowAsync(window, show);
@@ -261,10 +284,10 @@ void Monkey::ShowOrHide()
 
 void Monkey::Notify()
 {
-    const std::vector<HWND> windows = VisibleWindows(WindowKind::Own);
-    if (windows.empty())
+    const HWND root = OneWindow();
+    if (root == nullptr)
         return;
-    const HWND window = OneOf(VisibleTree(OneOf(windows)));
+    const HWND window = OneOf(VisibleTree(root));
     const UINT message =
         OneOf(std::vector<UINT>{WM_SYSCOLORCHANGE, WM_SETTINGCHANGE, WM_THEMECHANGED, WM_CANCELMODE});
     Log(m_index, "notify " + std::to_string(message) + " " + Describe(window));

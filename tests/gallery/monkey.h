@@ -50,6 +50,7 @@ private:
     bool LeaveModalWindows();
     void OpenFromList();
     void CloseOne();
+    [[nodiscard]] HWND OneWindow();
     void MoveOrSize();
     void ShowOrHide();
     void Notify();

@@ -1,6 +1,5 @@
 // Drawing the DIB object through a dithered copy.
 #include "tests/imaging/dib_samples.h"
-#include "tests/imaging/guarded_library.h"
 #include "tests/support/census.h"
 #include "tests/support/pixels.h"
 
@@ -167,25 +166,4 @@ TEST_F(DibDither, OnlyTrueColorOnAPaletteDeviceAsksForIt)
     CDib empty;
     EXPECT_FALSE(empty.DitherDisplay(&surface.DC(), kWhole, kWhole, SRCCOPY));
     EXPECT_FALSE(m_dib.DitherDisplay(nullptr, kWhole, kWhole, SRCCOPY));
-}
-
-TEST_F(DibDither, ShortMemoryGivesFalseAndLosesNothing)
-{
-    support::GuardedLibrary library;
-    CDib dib;
-    Bytes bytes = PackedDib({.width = kWidth, .height = kHeight});
-    ASSERT_TRUE(dib.Create(bytes.data()));
-    const Bytes before = library.BytesOf(dib.GetHandle());
-    DibSurface surface(kWidth, kHeight);
-    // The row buffers, and what comes after them.
-    for (const size_t refused : {size_t{kWidth * 3}, size_t{kWidth * 3 + 1}}) {
-        library.RefuseObjectsFrom(refused);
-        EXPECT_FALSE(dib.DitherDisplay(&surface.DC(), kWhole, kWhole, SRCCOPY)) << refused;
-        EXPECT_EQ(library.Count(), 1) << "the copies are gone";
-        EXPECT_EQ(library.FreedWhileLocked(), 0);
-        EXPECT_EQ(library.BytesOf(dib.GetHandle()), before);
-        EXPECT_EQ(surface.Count(DibSurface::kBackground), kWidth * kHeight);
-    }
-    library.RefuseObjectsFrom(SIZE_MAX);
-    EXPECT_TRUE(dib.DitherDisplay(&surface.DC(), kWhole, kWhole, SRCCOPY));
 }

@@ -108,8 +108,12 @@ TEST_F(DibFade, LevelsFollowTheRuleOfTheShrinkingDivisor)
     }
 }
 
-TEST_F(DibFade, InEndsWithTheImage)
+TEST_F(DibFade, InEndsWithTheImageAndOutEndsBlack)
 {
+    const CRect area(kAt, CSize(13, 7));
+    const auto isBlack = [area](int x, int y) {
+        return area.PtInRect(CPoint(x, y)) ? kBlack : DibSurface::kBackground;
+    };
     for (const DibSpec& spec : kSpecs) {
         for (const int steps : {0, 1, 3, 50}) {
             SCOPED_TRACE(testing::Message() << spec.bitCount << " bits, " << steps << " steps");
@@ -121,23 +125,8 @@ TEST_F(DibFade, InEndsWithTheImage)
             EXPECT_TRUE(support::AreasEqual(surface, surface.Bounds(), wanted, {0, 0}));
             EXPECT_EQ(BlockBytes(m_dib.GetHandle()), block);
             EXPECT_TRUE(support::AreasEqual(Shown(), surface.Bounds(), wanted, {0, 0}));
-        }
-    }
-}
 
-TEST_F(DibFade, OutEndsBlackWithTheBlockAsItWas)
-{
-    for (const DibSpec& spec : kSpecs) {
-        for (const int steps : {0, 1, 3, 50}) {
-            SCOPED_TRACE(testing::Message() << spec.bitCount << " bits, " << steps << " steps");
-            Fill(spec);
-            const Bytes block = BlockBytes(m_dib.GetHandle());
-            DibSurface surface(30, 20);
             EXPECT_TRUE(m_dib.Clear(20, &surface.DC(), kAt.x, kAt.y, steps, 0));
-            const CRect area(kAt, CSize(13, 7));
-            const auto isBlack = [area](int x, int y) {
-                return area.PtInRect(CPoint(x, y)) ? kBlack : DibSurface::kBackground;
-            };
             EXPECT_TRUE(support::PixelsMatch(surface, isBlack));
             EXPECT_EQ(BlockBytes(m_dib.GetHandle()), block);
             // Bitmap and palette keep the last frame until the image changes. A dithered copy is made of the

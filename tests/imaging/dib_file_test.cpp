@@ -2,6 +2,7 @@
 #include "tests/imaging/dib_samples.h"
 #include "tests/support/census.h"
 #include "tests/support/modal.h"
+#include "tests/support/temporary_file.h"
 
 #include <algorithm>
 #include <cstring>
@@ -25,26 +26,8 @@ constexpr size_t kBitsOffsetPlace = 10;
 class DibFileTest : public support::CensusTest
 {
 protected:
-    // A name for a file in the temporary folder, which goes with the test.
-    CString TemporaryFile()
-    {
-        wchar_t folder[MAX_PATH] = L"";
-        ::GetTempPath(MAX_PATH, folder);
-        wchar_t name[MAX_PATH] = L"";
-        ::GetTempFileName(folder, L"dib", 0, name);
-        m_files.push_back(name);
-        return name;
-    }
-
-    void TearDown() override
-    {
-        for (const CString& name : m_files)
-            ::DeleteFile(name);
-        m_files.clear();
-    }
-
+    support::TemporaryFile m_file;
     CDib m_dib;
-    std::vector<CString> m_files;
 };
 
 // A file whose reading and writing fail with an exception.
@@ -55,37 +38,20 @@ public:
     void Write(const void*, UINT) override { AfxThrowFileException(CFileException::diskFull); }
 };
 
-// Notes how much is read at once.
-class MeasuredFile : public CMemFile
+// Notes how much is read at once, and the cursor that is shown meanwhile.
+class WatchedFile : public CMemFile
 {
 public:
     UINT Read(void* lpBuf, UINT nCount) override
     {
         longest = std::max(longest, nCount);
-        return CMemFile::Read(lpBuf, nCount);
-    }
-
-    UINT longest = 0;
-};
-
-// Notes the cursor that is shown while it is read.
-class CursorFile : public CMemFile
-{
-public:
-    UINT Read(void* lpBuf, UINT nCount) override
-    {
         cursor = ::GetCursor();
         return CMemFile::Read(lpBuf, nCount);
     }
 
+    UINT longest = 0;
     HCURSOR cursor = nullptr;
 };
-
-void SaveBytes(const CString& name, const Bytes& bytes)
-{
-    CFile file(name, CFile::modeCreate | CFile::modeWrite);
-    file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
-}
 
 } // namespace
 
@@ -112,13 +78,12 @@ TEST_F(DibFileTest, FilesOfOtherProgramsAreRead)
         EXPECT_TRUE(samples::Shows(loaded.GetBitmap(), file.picture));
 
         // What is written is read by others: the system stands for them.
-        const CString name = TemporaryFile();
-        ASSERT_TRUE(m_dib.Save(name));
+        ASSERT_TRUE(m_dib.Save(m_file));
         CBitmap read;
         ASSERT_TRUE(read.Attach(
-            ::LoadImage(nullptr, name, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+            ::LoadImage(nullptr, m_file, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
         EXPECT_TRUE(samples::Shows(&read, file.picture));
-        ASSERT_TRUE(loaded.Load(LPCWSTR{name}));
+        ASSERT_TRUE(loaded.Load(LPCWSTR{m_file}));
         EXPECT_EQ(samples::WrittenBytes(loaded), samples::WrittenBytes(m_dib));
     }
     ASSERT_TRUE(m_dib.Load(601, L"BMPFILE"));
@@ -235,7 +200,7 @@ TEST_F(DibFileTest, WaitCursorIsShownMeanwhile)
 {
     const HCURSOR cross = ::LoadCursor(nullptr, IDC_CROSS);
     const HCURSOR before = ::SetCursor(cross);
-    CursorFile file;
+    WatchedFile file;
     EXPECT_FALSE(m_dib.Read(&file));
     EXPECT_EQ(file.cursor, ::LoadCursor(nullptr, IDC_WAIT));
     EXPECT_EQ(::GetCursor(), cross);
@@ -262,16 +227,15 @@ TEST_F(DibFileTest, OldHeadersAreNotWritten)
     EXPECT_EQ(file.GetLength(), 0U);
 
     // A file that is there already stays.
-    const CString name = TemporaryFile();
-    SaveBytes(name, bytes);
-    EXPECT_FALSE(m_dib.Save(name));
-    EXPECT_FALSE(CDib().Save(name));
-    EXPECT_EQ(CFile(name, CFile::modeRead).GetLength(), bytes.size());
+    support::FillFile(m_file, bytes);
+    EXPECT_FALSE(m_dib.Save(m_file));
+    EXPECT_FALSE(CDib().Save(m_file));
+    EXPECT_EQ(CFile(m_file, CFile::modeRead).GetLength(), bytes.size());
 }
 
 TEST_F(DibFileTest, WhatKeepsAFileFromOpeningIsReported)
 {
-    const CString name = TemporaryFile();
+    const CString& name = m_file.Path();
     ::DeleteFile(name);
     {
         auto answer = support::AnswerMessageBox(IDOK);
@@ -284,7 +248,7 @@ TEST_F(DibFileTest, WhatKeepsAFileFromOpeningIsReported)
     EXPECT_FALSE(m_dib.Save(nullptr));
     EXPECT_FALSE(m_dib.Load(LPCWSTR{nullptr}));
     // So does reading what opens but is no BMP file.
-    SaveBytes(name, {'n', 'o', 't', ' ', 'B', 'M', 'P'});
+    support::FillFile(name, std::string("not BMP"));
     EXPECT_FALSE(m_dib.Load(LPCWSTR{name}));
 }
 
@@ -331,7 +295,7 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
 TEST_F(DibFileTest, ArchivesAreNotReadBeyondTheImage)
 {
     constexpr int kImages = 4;
-    MeasuredFile file;
+    WatchedFile file;
     {
         CArchive archive(&file, CArchive::store);
         ASSERT_TRUE(m_dib.Create(DWORD{100}, DWORD{100}, WORD{24}));
@@ -376,15 +340,15 @@ TEST_F(DibFileGdiPlusTest, OtherFormatsGoIntoTheBitmapOnly)
 {
     ASSERT_TRUE(m_dib.Load(L"NETPBM_1", L"BMPFILE"));
     const State before(m_dib);
-    const CString name = TemporaryFile();
+    const CString& name = m_file.Path();
     for (const Bytes& file : {samples::ResourceBytes(L"MAGICK_PNG", LPCWSTR{RT_RCDATA}),
                               samples::ResourceBytes(L"MAGICK_V5", L"BMPFILE")}) {
-        SaveBytes(name, file);
+        support::FillFile(name, file);
         ASSERT_TRUE(m_dib.Load(name));
         EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     }
     // What is transparent becomes black.
-    SaveBytes(name, samples::ResourceBytes(L"MAGICK_HOLE", LPCWSTR{RT_RCDATA}));
+    support::FillFile(name, samples::ResourceBytes(L"MAGICK_HOLE", LPCWSTR{RT_RCDATA}));
     ASSERT_TRUE(m_dib.Load(name));
     EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 0, 6), 0U);
     EXPECT_EQ(samples::ShownColor(m_dib.GetBitmap(), 1, 6), samples::PictureColor(Picture::Many, 1, 6));
@@ -399,7 +363,7 @@ TEST_F(DibFileGdiPlusTest, OtherFormatsGoIntoTheBitmapOnly)
     EXPECT_FALSE(m_dib.Load(CString()));
     EXPECT_FALSE(m_dib.Load(CString(name + L".missing")));
     EXPECT_EQ(State(m_dib), after);
-    SaveBytes(name, {'n', 'o', 'n', 'e'});
+    support::FillFile(name, std::string("none"));
     EXPECT_FALSE(m_dib.Load(name));
     EXPECT_EQ(m_dib.GetBitmap(), nullptr);
     EXPECT_FALSE(m_dib.Load(603));

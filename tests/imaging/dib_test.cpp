@@ -272,26 +272,11 @@ TEST_F(DibTest, FailuresLeaveTheImageAlone)
         {"capture mode", [](CDib& dib) { return dib.Create(::GetDesktopWindow(), WORD{3}); }},
         {"null block", [](CDib& dib) { return dib.Attach(nullptr); }},
         {"short block", [&](CDib& dib) { return dib.Attach(shortBlock); }},
-        {"empty crop",
-         [](CDib& dib) {
-             return dib.Crop({3, 3, 3, 5});
-         }},
-        {"crop turned round",
-         [](CDib& dib) {
-             return dib.Crop({5, 5, 3, 3});
-         }},
-        {"endless crop",
-         [](CDib& dib) {
-             return dib.Crop({LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX});
-         }},
-        {"nothing to merge",
-         [](CDib& dib) {
-             return dib.MergeDib(nullptr, {0, 0});
-         }},
-        {"short merge",
-         [&](CDib& dib) {
-             return dib.MergeDib(shortBlock, {0, 0});
-         }},
+        {"empty crop", [](CDib& dib) { return dib.Crop(CRect(3, 3, 3, 5)); }},
+        {"crop turned round", [](CDib& dib) { return dib.Crop(CRect(5, 5, 3, 3)); }},
+        {"endless crop", [](CDib& dib) { return dib.Crop(CRect(LONG_MIN, LONG_MIN, LONG_MAX, LONG_MAX)); }},
+        {"nothing to merge", [](CDib& dib) { return dib.MergeDib(nullptr, CPoint()); }},
+        {"short merge", [&](CDib& dib) { return dib.MergeDib(shortBlock, CPoint()); }},
     };
     for (const auto& operation : kOperations) {
         EXPECT_FALSE(operation.run(m_dib)) << operation.name;

@@ -1,13 +1,10 @@
 #include "tests/imaging/guarded_library.h"
 
+#include "tests/support/guard_pages.h"
+
 #include <algorithm>
 #include <cstring>
-#include <deque>
-#include <limits>
 #include <map>
-#include <mutex>
-#include <new>
-#include <span>
 #include <utility>
 
 namespace support
@@ -28,27 +25,21 @@ std::map<void*, GuardedBlock> g_blocks;
 size_t g_longest = 0;
 int g_freedWhileLocked = 0;
 
-// The pages of a block that ends before a guard page; null when there is no memory.
-BYTE* NewPages(size_t length, BYTE*& pages)
+// A block that ends before a guard page, up to its last byte; null when there is no memory.
+HGLOBAL WINAPI GuardedAlloc(UINT, SIZE_T length)
 {
+    g_longest = std::max(g_longest, length);
     const size_t room = (length + kPageBytes - 1) / kPageBytes * kPageBytes;
-    pages = static_cast<BYTE*>(::VirtualAlloc(nullptr, room + kPageBytes, MEM_RESERVE, PAGE_NOACCESS));
+    auto* const pages =
+        static_cast<BYTE*>(::VirtualAlloc(nullptr, room + kPageBytes, MEM_RESERVE, PAGE_NOACCESS));
     if (pages == nullptr)
         return nullptr;
     if (room != 0 && ::VirtualAlloc(pages, room, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
         ::VirtualFree(pages, 0, MEM_RELEASE);
         return nullptr;
     }
-    return pages + room - length;
-}
-
-HGLOBAL WINAPI GuardedAlloc(UINT, SIZE_T length)
-{
-    g_longest = std::max(g_longest, length);
-    BYTE* pages = nullptr;
-    BYTE* const block = NewPages(length, pages);
-    if (block != nullptr)
-        g_blocks[block] = {pages, length};
+    BYTE* const block = pages + room - length;
+    g_blocks[block] = {pages, length};
     return block;
 }
 
@@ -83,73 +74,6 @@ SIZE_T WINAPI GuardedSize(HGLOBAL block)
 {
     const auto found = g_blocks.find(block);
     return found != g_blocks.end() ? found->second.length : ::GlobalSize(block);
-}
-
-// ---- new and delete
-
-constexpr size_t kNewAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
-// So many deleted blocks stay out of reach before their places are used again.
-constexpr size_t kMostDeleted = 64;
-constexpr size_t kNothingRefused = std::numeric_limits<size_t>::max();
-
-struct GuardedObject {
-    BYTE* pages;
-    size_t length;
-};
-// By the address. Objects may outlive every GuardedLibrary and the variables of this file.
-std::map<void*, GuardedObject>& g_objects = *new std::map<void*, GuardedObject>;
-std::deque<BYTE*>& g_deleted = *new std::deque<BYTE*>;
-std::mutex& g_objectsLock = *new std::mutex;
-size_t g_refusedFrom = kNothingRefused;
-
-void* GuardedNewOrNull(size_t length) noexcept
-{
-    if (length >= g_refusedFrom)
-        return nullptr;
-    const size_t aligned = (std::max(length, size_t{1}) + kNewAlignment - 1) / kNewAlignment * kNewAlignment;
-    BYTE* pages = nullptr;
-    BYTE* const object = NewPages(aligned, pages);
-    if (object != nullptr) {
-        const std::lock_guard locked(g_objectsLock);
-        g_objects[object] = {pages, aligned};
-    }
-    return object;
-}
-
-void* GuardedNew(size_t length)
-{
-    void* const object = GuardedNewOrNull(length);
-    if (object == nullptr)
-        throw std::bad_alloc();
-    return object;
-}
-
-void* GuardedNewNoThrow(size_t length, const std::nothrow_t&) noexcept
-{
-    return GuardedNewOrNull(length);
-}
-
-void GuardedDelete(void* object) noexcept
-{
-    const std::lock_guard locked(g_objectsLock);
-    const auto found = g_objects.find(object);
-    if (found == g_objects.end()) {
-        ::operator delete(object);
-        return;
-    }
-    const auto [pages, length] = found->second;
-    ::VirtualFree(pages, length, MEM_DECOMMIT);
-    g_deleted.push_back(pages);
-    g_objects.erase(found);
-    if (g_deleted.size() > kMostDeleted) {
-        ::VirtualFree(g_deleted.front(), 0, MEM_RELEASE);
-        g_deleted.pop_front();
-    }
-}
-
-void GuardedSizedDelete(void* object, size_t) noexcept
-{
-    GuardedDelete(object);
 }
 
 // ---- Resources
@@ -194,39 +118,15 @@ const Replacement kOfLibrary[] = {
     Replace("LoadResource", LoadGuarded),     Replace("LockResource", LockGuarded),
     Replace("SizeofResource", SizeofGuarded),
 };
-// The mangled names of operator new and delete.
-const Replacement kNews[] = {
-    Replace("_Znwy", GuardedNew),
-    Replace("_ZnwyRKSt9nothrow_t", GuardedNewNoThrow),
-};
-const Replacement kDeletes[] = {
-    Replace("_ZdlPv", GuardedDelete),
-    Replace("_ZdlPvy", GuardedSizedDelete),
-};
-
-void ReplaceAll(LPCWSTR module, std::span<const Replacement> replacements, std::vector<ImportPatch>& done)
-{
-    for (const auto& [name, function] : replacements)
-        done.emplace_back(module, name, function);
-}
-
 } // namespace
 
 GuardedLibrary::GuardedLibrary()
 {
-    constexpr LPCWSTR library = L"vgui.dll";
-    constexpr LPCWSTR framework = L"mfcsubset.dll";
-    ReplaceAll(library, kOfLibrary, m_imports);
-    // What the one makes the other may delete. The deletes stay replaced to the end: objects may outlive
-    // this.
-    static auto* const deletes = new std::vector<ImportPatch>;
-    if (deletes->empty())
-        for (const LPCWSTR module : {library, framework})
-            ReplaceAll(module, kDeletes, *deletes);
-    for (const LPCWSTR module : {library, framework})
-        ReplaceAll(module, kNews, m_imports);
-    m_isGuarded = std::ranges::all_of(m_imports, &ImportPatch::IsInPlace) &&
-                  std::ranges::all_of(*deletes, &ImportPatch::IsInPlace);
+    // For objects; they stay to the end.
+    static const bool s_installed = (InstallGuardPages(), true);
+    m_isGuarded = s_installed;
+    for (const auto& [name, function] : kOfLibrary)
+        m_isGuarded = m_imports.emplace_back(L"vgui.dll", name, function).IsInPlace() && m_isGuarded;
     g_longest = 0;
     g_freedWhileLocked = 0;
 }
@@ -236,7 +136,6 @@ GuardedLibrary::~GuardedLibrary()
     m_imports.clear();
     while (!g_blocks.empty())
         GuardedFree(g_blocks.begin()->first);
-    g_refusedFrom = kNothingRefused;
 }
 
 HGLOBAL GuardedLibrary::Block(const std::vector<BYTE>& bytes)
@@ -270,11 +169,6 @@ int GuardedLibrary::FreedWhileLocked() const
 size_t GuardedLibrary::TakeLongest()
 {
     return std::exchange(g_longest, 0);
-}
-
-void GuardedLibrary::RefuseObjectsFrom(size_t length)
-{
-    g_refusedFrom = length;
 }
 
 void GuardedLibrary::SetResource(HGLOBAL block)

@@ -12,8 +12,7 @@ namespace support
 // As long as this lives:
 // - The global blocks of vgui.dll end before a guard page, and so do those that the test makes here. Objects
 //   that hold such blocks end before this does.
-// - What vgui.dll and the framework make with new ends there too, up to its alignment, and cannot be reached
-//   for a while after it is deleted.
+// - So does what is made with new, see InstallGuardPages.
 // - Every resource that vgui.dll looks for is the one that SetResource names.
 // One at a time.
 class GuardedLibrary
@@ -37,9 +36,6 @@ public:
     [[nodiscard]] int FreedWhileLocked() const;
     // The longest block since the last call, in bytes.
     [[nodiscard]] size_t TakeLongest();
-
-    // Makes new fail for so many bytes and more.
-    void RefuseObjectsFrom(size_t length);
 
     // The bytes of every resource; null for none. The block stays the caller's.
     void SetResource(HGLOBAL block);

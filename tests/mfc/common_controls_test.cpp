@@ -75,15 +75,6 @@ protected:
             checks->DeleteImageList();
     }
 
-    std::vector<std::wstring> ChildTexts(HTREEITEM parent) const
-    {
-        std::vector<std::wstring> texts;
-        for (HTREEITEM item = tree.GetChildItem(parent); item != nullptr;
-             item = tree.GetNextSiblingItem(item))
-            texts.emplace_back(tree.GetItemText(item));
-        return texts;
-    }
-
     CTreeCtrl tree;
 };
 
@@ -115,75 +106,14 @@ TEST_F(CommonControlsTree, CallbackTextComesFromTheParent)
     EXPECT_EQ(std::wstring(tree.GetItemText(item)).substr(0, 100), text.substr(0, 100));
 }
 
-TEST_F(CommonControlsTree, ItemsKeepDataStateAndImages)
+TEST_F(CommonControlsTree, ChecksGoInAndOut)
 {
-    const HTREEITEM root = tree.InsertItem(L"root", 3, 4);
-    const HTREEITEM child = tree.InsertItem(TVIF_TEXT | TVIF_PARAM | TVIF_STATE, L"child", 0, 0, TVIS_BOLD,
-                                            TVIS_BOLD, -5, root, TVI_FIRST);
-    int image = -1;
-    int selectedImage = -1;
-    EXPECT_TRUE(tree.GetItemImage(root, image, selectedImage));
-    EXPECT_EQ(std::pair(image, selectedImage), std::pair(3, 4));
-    EXPECT_EQ(tree.GetItemData(child), static_cast<DWORD_PTR>(-5));
-    EXPECT_TRUE(tree.SetItemData(child, 0x1122334455));
-    EXPECT_EQ(tree.GetItemData(child), 0x1122334455u);
-    EXPECT_EQ(tree.GetItemData(nullptr), 0u);
-    EXPECT_EQ(tree.GetItemState(child, TVIS_BOLD), static_cast<UINT>(TVIS_BOLD));
-    EXPECT_TRUE(tree.ItemHasChildren(root));
-    EXPECT_FALSE(tree.ItemHasChildren(child));
-    EXPECT_FALSE(tree.ItemHasChildren(nullptr));
-
-    EXPECT_FALSE(tree.GetCheck(child));
-    EXPECT_TRUE(tree.SetCheck(child));
-    EXPECT_TRUE(tree.GetCheck(child));
-    EXPECT_TRUE(tree.SetCheck(child, FALSE));
-    EXPECT_FALSE(tree.GetCheck(child));
-}
-
-TEST_F(CommonControlsTree, RectanglesAndHitsAgree)
-{
-    const HTREEITEM root = tree.InsertItem(L"root");
-    const HTREEITEM child = tree.InsertItem(L"child", root);
-    CRect rect;
-    EXPECT_FALSE(tree.GetItemRect(child, rect, TRUE)); // its parent is collapsed
-    EXPECT_FALSE(tree.GetItemRect(nullptr, rect, TRUE));
-    EXPECT_TRUE(tree.Expand(root, TVE_EXPAND));
-    ASSERT_TRUE(tree.GetItemRect(child, rect, TRUE));
-    UINT flags = 0;
-    EXPECT_EQ(tree.HitTest(rect.CenterPoint(), &flags), child);
-    EXPECT_EQ(flags, static_cast<UINT>(TVHT_ONITEMLABEL));
-    EXPECT_EQ(tree.HitTest(CPoint(50, 150), &flags), nullptr);
-    EXPECT_EQ(flags, static_cast<UINT>(TVHT_NOWHERE));
-    CRect whole;
-    ASSERT_TRUE(tree.GetItemRect(child, whole, FALSE));
-    EXPECT_GT(whole.Width(), rect.Width());
-}
-
-int CALLBACK ByDataDownwards(LPARAM first, LPARAM second, LPARAM factor)
-{
-    return static_cast<int>((second - first) * factor);
-}
-
-TEST_F(CommonControlsTree, WalksAndSortsItsItems)
-{
-    const HTREEITEM root = tree.InsertItem(L"root");
-    for (const auto& [text, data] : {std::pair(L"b", 3), {L"a", 1}, {L"c", 2}})
-        tree.SetItemData(tree.InsertItem(text, root), data);
-    EXPECT_EQ(ChildTexts(root), (std::vector<std::wstring>{L"b", L"a", L"c"}));
-    EXPECT_TRUE(tree.SortChildren(root));
-    EXPECT_EQ(ChildTexts(root), (std::vector<std::wstring>{L"a", L"b", L"c"}));
-    TVSORTCB order = {root, ByDataDownwards, 1};
-    EXPECT_TRUE(tree.SortChildrenCB(&order));
-    EXPECT_EQ(ChildTexts(root), (std::vector<std::wstring>{L"b", L"c", L"a"}));
-
-    const HTREEITEM last = tree.GetNextSiblingItem(tree.GetNextSiblingItem(tree.GetChildItem(root)));
-    EXPECT_EQ(tree.GetParentItem(last), root);
-    EXPECT_EQ(tree.GetPrevSiblingItem(tree.GetChildItem(root)), nullptr);
-    EXPECT_TRUE(tree.SelectItem(last));
-    EXPECT_EQ(tree.GetSelectedItem(), last);
-    EXPECT_EQ(tree.GetRootItem(), root);
-    EXPECT_TRUE(tree.DeleteItem(root));
-    EXPECT_EQ(tree.GetCount(), 0u);
+    const HTREEITEM item = tree.InsertItem(L"item");
+    EXPECT_FALSE(tree.GetCheck(item));
+    EXPECT_TRUE(tree.SetCheck(item));
+    EXPECT_TRUE(tree.GetCheck(item));
+    EXPECT_TRUE(tree.SetCheck(item, FALSE));
+    EXPECT_FALSE(tree.GetCheck(item));
 }
 
 TEST_F(CommonControlsTree, DragImageBelongsToTheCaller)
@@ -298,28 +228,6 @@ TEST_F(CommonControlsList, ItemsKeepDataAndChecks)
     EXPECT_EQ(list.GetItemState(0, LVIS_STATEIMAGEMASK), INDEXTOSTATEIMAGEMASK(1));
 }
 
-TEST_F(CommonControlsList, RectanglesAndHitsAgree)
-{
-    list.InsertItem(0, L"item");
-    list.SetItemText(0, 1, L"text");
-    CRect row;
-    ASSERT_TRUE(list.GetItemRect(0, row, LVIR_BOUNDS));
-    EXPECT_FALSE(list.GetItemRect(4, row, LVIR_BOUNDS));
-    EXPECT_TRUE(row.IsRectEmpty());
-    EXPECT_FALSE(list.GetItemRect(0, nullptr, LVIR_BOUNDS));
-    CRect cell;
-    ASSERT_TRUE(list.GetSubItemRect(0, 1, LVIR_BOUNDS, cell));
-    EXPECT_EQ(cell.Width(), list.GetColumnWidth(1));
-    EXPECT_EQ(cell.left, 80);
-    LVHITTESTINFO hit = {};
-    hit.pt = cell.CenterPoint();
-    EXPECT_EQ(list.SubItemHitTest(&hit), 0);
-    EXPECT_EQ(hit.iSubItem, 1);
-    UINT flags = 0;
-    EXPECT_EQ(list.HitTest(CPoint(5, cell.CenterPoint().y), &flags), 0);
-    EXPECT_NE(flags & LVHT_ONITEM, 0u);
-}
-
 TEST_F(CommonControlsList, ColumnOrderIsNeverReadPastTheColumns)
 {
     CHeaderCtrl* const header = list.GetHeaderCtrl();
@@ -422,29 +330,6 @@ TEST_F(CommonControls, SliderAndProgressTakeWholeIntegers)
     EXPECT_EQ(progress.SetStep(20), 10);
     EXPECT_EQ(progress.StepIt(), 70005);
     EXPECT_EQ(progress.GetPos(), 70025);
-}
-
-TEST_F(CommonControls, TabsKeepStateAndDoNotTellOfSetCurSel)
-{
-    CTabCtrl tabs;
-    ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE | TCS_BUTTONS, kPlace, &host, kId));
-    EXPECT_EQ(tabs.InsertItem(0, L"one"), 0);
-    EXPECT_EQ(tabs.InsertItem(1, L"two"), 1);
-    EXPECT_EQ(tabs.InsertItem(TCIF_TEXT | TCIF_PARAM, 2, L"three", 0, -3), 2);
-    host.Clear();
-    EXPECT_EQ(tabs.SetCurSel(2), 0);
-    EXPECT_TRUE(host.NotifyCodes(kId).empty());
-    EXPECT_TRUE(tabs.HighlightItem(1));
-    EXPECT_EQ(tabs.GetItemState(1, TCIS_HIGHLIGHTED), static_cast<DWORD>(TCIS_HIGHLIGHTED));
-    EXPECT_EQ(tabs.GetItemState(1, TCIS_BUTTONPRESSED), 0u);
-    TCITEM item = {};
-    item.mask = TCIF_PARAM;
-    ASSERT_TRUE(tabs.GetItem(2, &item));
-    EXPECT_EQ(item.lParam, -3);
-    CRect rect;
-    ASSERT_TRUE(tabs.GetItemRect(1, rect));
-    TCHITTESTINFO hit = {rect.CenterPoint(), 0};
-    EXPECT_EQ(tabs.HitTest(&hit), 1);
 }
 
 TEST_F(CommonControls, ToolBarKnowsItsButtonsByCommand)

@@ -337,20 +337,6 @@ TEST_F(DcPixelTest, ThreeDimensionalFramesAreOneUnitWide)
     });
 }
 
-TEST_F(DcPixelTest, FramesAndFillsExcludeRightAndBottom)
-{
-    CBrush red(kRed);
-    CBrush blue(kBlue);
-    const CRect rect(1, 1, 7, 6);
-    m_dc.FillRect(rect, &red);
-    m_dc.FrameRect(rect, &blue);
-    support::ExpectPixels(m_surface, [&](int x, int y) {
-        if (!rect.PtInRect({x, y}))
-            return kBack;
-        return CRect(2, 2, 6, 5).PtInRect({x, y}) ? kRed : kBlue;
-    });
-}
-
 TEST_F(DcPixelTest, DragRectanglesDisappearWithoutATrace)
 {
     CBrush solid(RGB(255, 255, 255));

@@ -1,4 +1,6 @@
 // Files on disk, in memory, and on C run-time streams.
+#include "tests/support/temporary_file.h"
+
 #include <afxwin.h>
 #include <gtest/gtest.h>
 
@@ -6,31 +8,11 @@
 #include <string>
 #include <vector>
 
+using support::FillFile;
+using support::TemporaryFile;
+
 namespace
 {
-
-// A path in the temporary folder whose file goes with the object.
-class TemporaryPath
-{
-public:
-    TemporaryPath()
-    {
-        TCHAR folder[MAX_PATH];
-        TCHAR path[MAX_PATH];
-        ::GetTempPath(MAX_PATH, folder);
-        ::GetTempFileName(folder, L"fil", 0, path);
-        m_path = path;
-    }
-    ~TemporaryPath()
-    {
-        ::SetFileAttributes(m_path, FILE_ATTRIBUTE_NORMAL);
-        ::DeleteFile(m_path);
-    }
-    operator LPCTSTR() const { return m_path; }
-
-private:
-    CString m_path;
-};
 
 // The cause of the file exception that the call throws, -1 for none.
 template <typename Call>
@@ -48,23 +30,14 @@ int CauseOf(Call call)
 
 std::string Contents(LPCTSTR path)
 {
-    CFile file(path, CFile::modeRead | CFile::shareDenyNone);
-    std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
-    EXPECT_EQ(file.Read(bytes.data(), static_cast<UINT>(bytes.size())), bytes.size());
-    return bytes;
-}
-
-void Fill(LPCTSTR path, const std::string& bytes)
-{
-    CFile file(path, CFile::modeCreate | CFile::modeWrite);
-    file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+    return support::FileContents<std::string>(path);
 }
 
 } // namespace
 
 TEST(FileDisk, ReadsWritesSeeks)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     CFile file;
     ASSERT_TRUE(file.Open(path, CFile::modeCreate | CFile::modeReadWrite));
     file.Write("hello world", 11);
@@ -93,7 +66,7 @@ TEST(FileDisk, ReadsWritesSeeks)
 
 TEST(FileDisk, OpenReportsInsteadOfThrowing)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     const CString absent = CString(path) + L".absent";
     CFileException error;
     CFile file;
@@ -118,8 +91,8 @@ TEST(FileDisk, OpenReportsInsteadOfThrowing)
 
 TEST(FileDisk, CreationModes)
 {
-    const TemporaryPath path;
-    Fill(path, "old");
+    const TemporaryFile path;
+    FillFile(path, std::string("old"));
     {
         CFile file(path, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite);
         EXPECT_EQ(file.GetLength(), 3u);
@@ -136,7 +109,7 @@ TEST(FileDisk, CreationModes)
 
 TEST(FileDisk, DuplicateAndAttach)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     CFile file(path, CFile::modeCreate | CFile::modeReadWrite);
     const std::unique_ptr<CFile> copy(file.Duplicate());
     EXPECT_NE(copy->m_hFile, file.m_hFile);
@@ -153,8 +126,8 @@ TEST(FileDisk, DuplicateAndAttach)
 
 TEST(FileDisk, NamesAndStatus)
 {
-    const TemporaryPath path;
-    Fill(path, "12345");
+    const TemporaryFile path;
+    FillFile(path, std::string("12345"));
     CFile file(path, CFile::modeRead);
     EXPECT_STREQ(file.GetFilePath(), path);
     EXPECT_EQ(file.GetFilePath().Right(file.GetFileName().GetLength()), file.GetFileName());
@@ -182,9 +155,9 @@ TEST(FileDisk, NamesAndStatus)
 
 TEST(FileDisk, RenameRemoveLock)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     const CString moved = CString(path) + L".moved";
-    Fill(path, "data");
+    FillFile(path, std::string("data"));
     CFile::Rename(path, moved);
     EXPECT_EQ(Contents(moved), "data");
     EXPECT_EQ(CauseOf([&] { CFile::Rename(path, moved); }), CFileException::fileNotFound);
@@ -269,7 +242,7 @@ TEST(FileMemory, DirectBuffer)
 
 TEST(FileStdio, TextLines)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     {
         CStdioFile file(path, CFile::modeCreate | CFile::modeWrite | CFile::typeText);
         file.WriteString(L"first\nsecond\n\nlast");
@@ -296,7 +269,7 @@ TEST(FileStdio, TextLines)
 
 TEST(FileStdio, TextOfTheAnsiCodePage)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     const CString chinese(L"\u4E2D\u6587\u5B57");
     if (CString(CStringA(chinese)) != chinese)
         GTEST_SKIP() << "the code page has no Chinese";
@@ -311,7 +284,7 @@ TEST(FileStdio, TextOfTheAnsiCodePage)
     EXPECT_EQ(line, chinese);
     // Cut within a character.
     file.Close();
-    Fill(path, std::string(CStringA(chinese)).substr(0, 5) + "\r\nnext");
+    FillFile(path, std::string(CStringA(chinese)).substr(0, 5) + "\r\nnext");
     ASSERT_TRUE(file.Open(path, CFile::modeRead));
     EXPECT_TRUE(file.ReadString(line));
     EXPECT_EQ(line.Left(1), chinese.Left(1));
@@ -321,7 +294,7 @@ TEST(FileStdio, TextOfTheAnsiCodePage)
 
 TEST(FileStdio, WideModes)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     {
         CStdioFile file(path, CFile::modeCreate | CFile::modeWrite | CFile::typeUnicode);
         file.WriteString(L"\u4E2D\n\r");
@@ -341,7 +314,7 @@ TEST(FileStdio, WideModes)
 
 TEST(FileStdio, Failures)
 {
-    const TemporaryPath path;
+    const TemporaryFile path;
     EXPECT_THROW(CStdioFile(static_cast<FILE*>(nullptr)), CInvalidArgException*);
     CStdioFile file;
     CFileException error;

@@ -119,15 +119,6 @@ TEST_F(GdiObjectTest, StockObjectsSurviveTheirWrapper)
     EXPECT_EQ(::GetObjectType(::GetStockObject(WHITE_BRUSH)), static_cast<DWORD>(OBJ_BRUSH));
 }
 
-TEST_F(GdiObjectTest, EqualityIsOfHandles)
-{
-    CPen pen(PS_SOLID, 1, RGB(0, 0, 0));
-    CPen other(PS_SOLID, 1, RGB(0, 0, 0));
-    EXPECT_FALSE(pen == other);
-    EXPECT_TRUE(pen == *CPen::FromHandle(pen));
-    EXPECT_TRUE(pen != other);
-}
-
 TEST_F(GdiObjectTest, PointFontsAreConvertedForTheirDevice)
 {
     CDC dc;

@@ -125,18 +125,6 @@ TEST_F(MenuTest, ItemInfoCarriesData)
     EXPECT_EQ(menu.GetMenuContextHelpId(), 42u);
 }
 
-TEST_F(MenuTest, RadioItemsExcludeEachOther)
-{
-    CMenu menu;
-    ASSERT_TRUE(menu.CreatePopupMenu());
-    for (UINT id = 1; id <= 3; ++id)
-        menu.AppendMenu(MF_STRING, id, _T("x"));
-    EXPECT_TRUE(menu.CheckMenuRadioItem(1, 3, 2, MF_BYCOMMAND));
-    EXPECT_TRUE(menu.CheckMenuRadioItem(1, 3, 3, MF_BYCOMMAND));
-    EXPECT_EQ(menu.GetMenuState(2, MF_BYCOMMAND) & MF_CHECKED, 0u);
-    EXPECT_EQ(menu.GetMenuState(3, MF_BYCOMMAND) & MF_CHECKED, static_cast<UINT>(MF_CHECKED));
-}
-
 TEST_F(MenuTest, NothingIsLoadedWhereThereIsNothing)
 {
     CMenu menu;
