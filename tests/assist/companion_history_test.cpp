@@ -58,17 +58,14 @@ TEST_F(CompanionHistory, UsesWhatMakesSense)
     };
     for (const Case& c : {
              Case{"40\n60\n5\n5", moved}, // it does not shrink
-             Case{"40\r\n60\r\n", moved},
              Case{"40\r\n60\r\n\r\nwide", moved},
              Case{"40\r\n", usual},
              Case{"forty\r\n60\r\n500\r\n300\r\n", usual},
              Case{"\r\n40\r\n60\r\n500\r\n", usual},
-             Case{"5000\r\n60\r\n500\r\n300\r\n", usual},
              Case{"40\r\n60\r\n50000\r\n300\r\n", usual},
              Case{"-300\r\n60\r\n500\r\n300\r\n", usual},
              Case{"99999999999999999999\r\n60\r\n500\r\n300\r\n", usual},
              Case{std::string(100000, '7'), usual},
-             Case{std::string("4\0\0\xFF", 4), usual},
          })
         EXPECT_EQ(Record(PlaceWith(c.history)), Record(c.place)) << c.history.substr(0, 40);
 }

@@ -1,7 +1,6 @@
 // The DIB object on a device context.
 #include "tests/imaging/dib_samples.h"
 #include "tests/imaging/guarded_library.h"
-#include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "tests/support/recorder.h"
 #include "vgui/foundation/gdi_scope.h"
@@ -12,7 +11,6 @@ namespace
 {
 
 using samples::Bytes;
-using samples::DibSpec;
 using samples::PackedDib;
 using samples::ShownColor;
 using support::DibSurface;
@@ -22,21 +20,9 @@ const CPoint kAt(4, 3);
 const CRect kWhole({0, 0}, kSize);
 const CRect kArea(kAt, kSize);
 
-class DibDisplay : public support::CensusTest
+class DibDisplay : public samples::DibFixture
 {
 protected:
-    void Fill(WORD bitCount, DWORD clrUsed = 0)
-    {
-        Bytes bytes = PackedDib({.bitCount = bitCount, .clrUsed = clrUsed});
-        ASSERT_TRUE(m_dib.Create(bytes.data()));
-    }
-
-    [[nodiscard]] COLORREF Shown(CPoint point) const
-    {
-        return ShownColor(m_dib.GetBitmap(), point.x, point.y);
-    }
-
-    CDib m_dib;
     DibSurface m_surface{40, 30};
 };
 
@@ -52,7 +38,7 @@ TEST_F(DibDisplay, CopiesTheImageOrAPartAtEveryDepth)
 {
     for (const WORD bitCount : {WORD{1}, WORD{4}, WORD{8}, WORD{16}, WORD{24}, WORD{32}}) {
         SCOPED_TRACE(bitCount);
-        Fill(bitCount);
+        Fill({.bitCount = bitCount});
         m_surface.Fill(DibSurface::kBackground);
         ASSERT_TRUE(m_dib.Display(&m_surface.DC(), kAt.x, kAt.y, SRCCOPY));
         if (!m_dib.IsRequireDither(&m_surface.DC()))
@@ -71,7 +57,7 @@ TEST_F(DibDisplay, CopiesTheImageOrAPartAtEveryDepth)
 
 TEST_F(DibDisplay, StretchesWithTheContextsOwnMode)
 {
-    Fill(8);
+    Fill({.bitCount = 8});
     m_surface.DC().SetStretchBltMode(COLORONCOLOR);
     const CRect dest(2, 1, 28, 15);
     const auto isDoubled = [&](int x, int y) {
@@ -87,29 +73,25 @@ TEST_F(DibDisplay, StretchesWithTheContextsOwnMode)
 
 TEST_F(DibDisplay, FillsRectanglesAndWindowsWithTheBitmap)
 {
-    Fill(8);
+    Fill({.bitCount = 8});
     m_surface.DC().SetStretchBltMode(COLORONCOLOR);
     ASSERT_TRUE(m_dib.Display(&m_surface.DC(), kWhole));
-    support::ExpectPixels(m_surface, kWhole, [&](int x, int y) { return Shown({x, y}); });
+    support::ExpectPixels(m_surface, kWhole, [&](int x, int y) { return Shown(x, y); });
 
     support::HostWnd window;
     ASSERT_TRUE(window.Open(kSize));
     EXPECT_TRUE(m_dib.Display(&window));
-    const COLORREF wanted = Shown({5, 5});
+    const COLORREF wanted = Shown(5, 5);
     EXPECT_TRUE(IsPaletteScreen() || support::ClientPixel(window, {5, 5}) == wanted);
-
-    CDib empty;
-    EXPECT_FALSE(empty.Display(&window));
-    EXPECT_FALSE(empty.Display(&m_surface.DC(), kWhole));
+    EXPECT_FALSE(CDib().Display(&window));
     EXPECT_FALSE(m_dib.Display(static_cast<CWnd*>(nullptr)));
-    EXPECT_FALSE(m_dib.Display(nullptr, kWhole));
 }
 
 TEST_F(DibDisplay, CoordinatesThatGdiDoesNotHaveDrawNothing)
 {
     CDC* const pDC = &m_surface.DC();
     for (const WORD bitCount : {WORD{8}, WORD{24}}) {
-        Fill(bitCount);
+        Fill({.bitCount = bitCount});
         for (const LONG beyond : {LONG{0x8000000}, LONG{0x40000000}, LONG_MAX, LONG_MIN}) {
             SCOPED_TRACE(beyond);
             for (const CRect& rect :
@@ -133,14 +115,16 @@ TEST_F(DibDisplay, AnEmptyObjectOrNoContextDrawsNothing)
     EXPECT_FALSE(empty.Display(&m_surface.DC(), 0, 0, SRCCOPY));
     EXPECT_FALSE(empty.Display(&m_surface.DC(), 0, 0, 5, 5, 0, 0, SRCCOPY));
     EXPECT_FALSE(empty.Display(&m_surface.DC(), kWhole, kWhole, SRCCOPY));
+    EXPECT_FALSE(empty.Display(&m_surface.DC(), kWhole));
     EXPECT_FALSE(empty.DisplayTransparent(&m_surface.DC(), 0, 0, 0));
     EXPECT_FALSE(empty.DisplayPalette(&m_surface.DC(), kWhole));
     EXPECT_EQ(empty.BeginPaint(nullptr), nullptr);
-    Fill(24);
+    Fill({.bitCount = 24});
     EXPECT_FALSE(m_dib.DisplayPalette(&m_surface.DC(), kWhole)) << "no colour table";
     for (CDC* const pDC : {static_cast<CDC*>(nullptr), &noDC}) {
         EXPECT_FALSE(m_dib.Display(pDC, 0, 0, SRCCOPY));
         EXPECT_FALSE(m_dib.Display(pDC, kWhole, kWhole, SRCCOPY));
+        EXPECT_FALSE(m_dib.Display(pDC, kWhole));
         EXPECT_FALSE(m_dib.DisplayTransparent(pDC, 0, 0, 0));
         EXPECT_FALSE(m_dib.DisplayPalette(pDC, kWhole));
     }
@@ -151,9 +135,9 @@ TEST_F(DibDisplay, TransparentLeavesOutTheKeyColour)
 {
     for (const WORD bitCount : {WORD{1}, WORD{4}, WORD{8}, WORD{24}, WORD{32}}) {
         SCOPED_TRACE(bitCount);
-        Fill(bitCount);
+        Fill({.bitCount = bitCount});
         const Bytes block = samples::BlockBytes(m_dib.GetHandle());
-        const COLORREF key = Shown({2, 3});
+        const COLORREF key = Shown(2, 3);
         m_surface.Fill(DibSurface::kBackground);
         ASSERT_TRUE(m_dib.DisplayTransparent(&m_surface.DC(), kAt.x, kAt.y, key));
         if (!IsPaletteScreen())
@@ -164,7 +148,7 @@ TEST_F(DibDisplay, TransparentLeavesOutTheKeyColour)
                 return color == key ? DibSurface::kBackground : color;
             });
         EXPECT_EQ(samples::BlockBytes(m_dib.GetHandle()), block);
-        EXPECT_EQ(Shown({2, 3}), key) << "the image stays as it was";
+        EXPECT_EQ(Shown(2, 3), key) << "the image stays as it was";
     }
 }
 
@@ -176,7 +160,7 @@ TEST_F(DibDisplay, PaletteSwatchesStandInASquare)
         m_dib.GetPalette()->GetPaletteEntries(i, 1, &entry);
         return RGB(entry.peRed, entry.peGreen, entry.peBlue);
     };
-    Fill(4);
+    Fill({.bitCount = 4});
     m_surface.DC().SelectStockObject(BLACK_PEN);
     ASSERT_TRUE(m_dib.DisplayPalette(&m_surface.DC(), rect));
     support::ExpectPixels(m_surface, [&](int x, int y) {
@@ -189,7 +173,7 @@ TEST_F(DibDisplay, PaletteSwatchesStandInASquare)
     });
 
     // 7 entries make two columns; the last rows lie below the rectangle.
-    Fill(8, 7);
+    Fill({.bitCount = 8, .clrUsed = 7});
     m_surface.Fill(DibSurface::kBackground);
     ASSERT_TRUE(m_dib.DisplayPalette(&m_surface.DC(), CRect(0, 0, 10, 10)));
     for (int i = 0; i < 7; ++i)
@@ -202,9 +186,9 @@ TEST_F(DibDisplay, DrawingBetweenBeginAndEndPaintGetsIntoTheImage)
     m_dib.EndPaint(); // without a beginning nothing happens
     for (const WORD bitCount : {WORD{1}, WORD{4}, WORD{8}, WORD{16}, WORD{24}, WORD{32}}) {
         SCOPED_TRACE(bitCount);
-        Fill(bitCount);
-        const COLORREF kept = Shown({0, 0});
-        const COLORREF drawn = bitCount <= 8 ? Shown({7, 3}) : RGB(255, 0, 0);
+        Fill({.bitCount = bitCount});
+        const COLORREF kept = Shown(0, 0);
+        const COLORREF drawn = bitCount <= 8 ? Shown(7, 3) : RGB(255, 0, 0);
         CDC* const pDC = m_dib.BeginPaint(bitCount == 8 ? &m_surface.DC() : nullptr);
         ASSERT_NE(pDC, nullptr);
         EXPECT_EQ(m_dib.BeginPaint(nullptr), pDC) << "one drawing at a time";
@@ -212,10 +196,10 @@ TEST_F(DibDisplay, DrawingBetweenBeginAndEndPaintGetsIntoTheImage)
         m_dib.EndPaint();
         m_dib.EndPaint();
         EXPECT_EQ(m_dib.GetBitCount(), bitCount);
-        EXPECT_EQ(Shown({3, 2}), drawn);
-        EXPECT_EQ(Shown({0, 0}), kept);
+        EXPECT_EQ(Shown(3, 2), drawn);
+        EXPECT_EQ(Shown(0, 0), kept);
         EXPECT_TRUE(m_dib.BuildBitmap());
-        EXPECT_EQ(Shown({3, 2}), drawn) << "in the block";
+        EXPECT_EQ(Shown(3, 2), drawn) << "in the block";
     }
     // A drawing that is never ended must not leak.
     CDib open;

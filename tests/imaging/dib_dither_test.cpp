@@ -1,6 +1,5 @@
 // Drawing the DIB object through a dithered copy.
 #include "tests/imaging/dib_samples.h"
-#include "tests/support/census.h"
 #include "tests/support/pixels.h"
 
 #include <algorithm>
@@ -81,16 +80,10 @@ private:
     std::vector<BYTE> m_indices;
 };
 
-class DibDither : public support::CensusTest
+class DibDither : public samples::DibFixture
 {
 protected:
-    void Fill(WORD bitCount)
-    {
-        Bytes bytes = PackedDib({.bitCount = bitCount, .width = kWidth, .height = kHeight});
-        ASSERT_TRUE(m_dib.Create(bytes.data()));
-    }
-
-    CDib m_dib;
+    void Fill(WORD bitCount) { DibFixture::Fill({.bitCount = bitCount, .width = kWidth, .height = kHeight}); }
 };
 
 const CRect kWhole(0, 0, kWidth, kHeight);
@@ -163,7 +156,6 @@ TEST_F(DibDither, OnlyTrueColorOnAPaletteDeviceAsksForIt)
         EXPECT_FALSE(m_dib.IsRequireDither(nullptr));
     }
     DibSurface surface(kWidth, kHeight);
-    CDib empty;
-    EXPECT_FALSE(empty.DitherDisplay(&surface.DC(), kWhole, kWhole, SRCCOPY));
+    EXPECT_FALSE(CDib().DitherDisplay(&surface.DC(), kWhole, kWhole, SRCCOPY));
     EXPECT_FALSE(m_dib.DitherDisplay(nullptr, kWhole, kWhole, SRCCOPY));
 }

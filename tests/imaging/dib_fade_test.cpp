@@ -2,7 +2,6 @@
 #include "vgui/imaging/dib_fade.h"
 
 #include "tests/imaging/dib_samples.h"
-#include "tests/support/census.h"
 #include "tests/support/pixels.h"
 
 #include <climits>
@@ -21,24 +20,16 @@ using support::DibSurface;
 const CPoint kAt(4, 3);
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 
-class DibFade : public support::CensusTest
+class DibFade : public samples::DibFixture
 {
 protected:
-    void Fill(const DibSpec& spec)
-    {
-        Bytes bytes = PackedDib(spec);
-        ASSERT_TRUE(m_dib.Create(bytes.data()));
-    }
-
     // The image at kAt on a background, as a plain display draws it.
-    [[nodiscard]] DibSurface Shown()
+    [[nodiscard]] DibSurface ShownImage()
     {
         DibSurface surface(30, 20);
         EXPECT_TRUE(m_dib.Display(&surface.DC(), kAt.x, kAt.y, SRCCOPY));
         return surface;
     }
-
-    CDib m_dib;
 };
 
 const DibSpec kSpecs[] = {
@@ -119,26 +110,26 @@ TEST_F(DibFade, InEndsWithTheImageAndOutEndsBlack)
             SCOPED_TRACE(testing::Message() << spec.bitCount << " bits, " << steps << " steps");
             Fill(spec);
             const Bytes block = BlockBytes(m_dib.GetHandle());
-            const DibSurface wanted = Shown();
+            const DibSurface wanted = ShownImage();
             DibSurface surface(30, 20);
             EXPECT_TRUE(m_dib.Display(20, &surface.DC(), kAt.x, kAt.y, steps, 0, NOTSRCCOPY));
             EXPECT_TRUE(support::AreasEqual(surface, surface.Bounds(), wanted, {0, 0}));
             EXPECT_EQ(BlockBytes(m_dib.GetHandle()), block);
-            EXPECT_TRUE(support::AreasEqual(Shown(), surface.Bounds(), wanted, {0, 0}));
+            EXPECT_TRUE(support::AreasEqual(ShownImage(), surface.Bounds(), wanted, {0, 0}));
 
             EXPECT_TRUE(m_dib.Clear(20, &surface.DC(), kAt.x, kAt.y, steps, 0));
             EXPECT_TRUE(support::PixelsMatch(surface, isBlack));
             EXPECT_EQ(BlockBytes(m_dib.GetHandle()), block);
             // Bitmap and palette keep the last frame until the image changes. A dithered copy is made of the
             // block.
-            EXPECT_TRUE(m_dib.IsRequireDither(&surface.DC()) || support::PixelsMatch(Shown(), isBlack));
+            EXPECT_TRUE(m_dib.IsRequireDither(&surface.DC()) || support::PixelsMatch(ShownImage(), isBlack));
             if (spec.bitCount <= 8) {
                 PALETTEENTRY entry = {1, 1, 1, 0};
                 m_dib.GetPalette()->GetPaletteEntries(1, 1, &entry);
                 EXPECT_EQ(RGB(entry.peRed, entry.peGreen, entry.peBlue), kBlack);
             }
             EXPECT_TRUE(m_dib.BuildBitmap());
-            EXPECT_NE(Shown().Count(kBlack), 13 * 7);
+            EXPECT_NE(ShownImage().Count(kBlack), 13 * 7);
         }
     }
 }
@@ -169,7 +160,7 @@ TEST_F(DibFade, MasksOfABitFieldImageSurvive)
                 bytes.begin() + sizeof(BITMAPINFOHEADER));
     ASSERT_TRUE(m_dib.Create(bytes.data()));
     const Bytes block = BlockBytes(m_dib.GetHandle());
-    const DibSurface wanted = Shown();
+    const DibSurface wanted = ShownImage();
     DibSurface surface(30, 20);
     EXPECT_TRUE(m_dib.Clear(20, &surface.DC(), kAt.x, kAt.y, 2, 0));
     EXPECT_EQ(surface.Pixel(kAt + CSize(5, 2)), kBlack);

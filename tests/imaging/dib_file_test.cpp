@@ -1,6 +1,5 @@
 // The DIB object's files: BMP as read and written, resources, GDI+ and archives.
 #include "tests/imaging/dib_samples.h"
-#include "tests/support/census.h"
 #include "tests/support/modal.h"
 #include "tests/support/temporary_file.h"
 
@@ -23,11 +22,10 @@ using samples::State;
 constexpr size_t kFileHeaderBytes = 14;
 constexpr size_t kBitsOffsetPlace = 10;
 
-class DibFileTest : public support::CensusTest
+class DibFileTest : public samples::DibFixture
 {
 protected:
     support::TemporaryFile m_file;
-    CDib m_dib;
 };
 
 // A file whose reading and writing fail with an exception.

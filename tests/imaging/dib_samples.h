@@ -1,6 +1,7 @@
 // Pictures to load, packed DIBs to mutate, and ways to look at a DIB object.
 #pragma once
 
+#include "tests/support/census.h"
 #include "vgui/imaging/dib.h"
 
 #include <gtest/gtest.h>
@@ -60,6 +61,18 @@ struct State {
     Bytes bytes;
     HGDIOBJ bitmap;
     HGDIOBJ palette;
+};
+
+// A test of one image.
+class DibFixture : public support::CensusTest
+{
+protected:
+    // The object holds a pattern.
+    void Fill(const DibSpec& spec) { ASSERT_TRUE(m_dib.Create(PackedDib(spec).data())); }
+    [[nodiscard]] COLORREF Shown(int x, int y) const { return ShownColor(m_dib.GetBitmap(), x, y); }
+    [[nodiscard]] COLORREF Shown(CPoint point) const { return Shown(point.x, point.y); }
+
+    CDib m_dib;
 };
 
 } // namespace samples

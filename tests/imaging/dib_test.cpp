@@ -1,6 +1,5 @@
 // The DIB object in memory: creation, ownership, access, rectangles, conversion and captures.
 #include "tests/imaging/dib_samples.h"
-#include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/imaging/dib_pal.h"
@@ -14,7 +13,6 @@ namespace
 {
 
 using samples::Bytes;
-using samples::DibSpec;
 using samples::PackedDib;
 using samples::ShownColor;
 using samples::State;
@@ -22,20 +20,7 @@ using samples::State;
 constexpr WORD kDepths[] = {1, 4, 8, 16, 24, 32};
 constexpr COLORREF kWhite = RGB(255, 255, 255);
 
-class DibTest : public support::CensusTest
-{
-protected:
-    // The object holds a pattern of that depth.
-    void Fill(const DibSpec& spec)
-    {
-        Bytes bytes = PackedDib(spec);
-        ASSERT_TRUE(m_dib.Create(bytes.data()));
-    }
-
-    [[nodiscard]] COLORREF Shown(int x, int y) const { return ShownColor(m_dib.GetBitmap(), x, y); }
-
-    CDib m_dib;
-};
+using DibTest = samples::DibFixture;
 
 int ScreenBits()
 {

@@ -1,6 +1,5 @@
 // Revealing and wiping the DIB object in steps.
 #include "tests/imaging/dib_samples.h"
-#include "tests/support/census.h"
 #include "tests/support/pixels.h"
 #include "vgui/imaging/dib_effects.h"
 
@@ -119,13 +118,12 @@ std::vector<Board> PlayTable(int effect, CSize image, int step)
     return frames;
 }
 
-class DibTransitions : public support::CensusTest
+class DibTransitions : public samples::DibFixture
 {
 protected:
     void Fill(CSize size, WORD bitCount = 24)
     {
-        Bytes bytes = PackedDib({.bitCount = bitCount, .width = size.cx, .height = size.cy});
-        ASSERT_TRUE(m_dib.Create(bytes.data()));
+        DibFixture::Fill({.bitCount = bitCount, .width = size.cx, .height = size.cy});
     }
 
     [[nodiscard]] DibSurface Surface() const
@@ -155,8 +153,6 @@ protected:
             return area.PtInRect(CPoint(x, y)) ? color : DibSurface::kBackground;
         };
     }
-
-    CDib m_dib;
 };
 
 Board WholeImage(CSize size)

@@ -6,7 +6,6 @@
 #include "tests/support/recorder.h"
 
 #include <afxcmn.h>
-#include <afxdtctl.h>
 
 #include <algorithm>
 #include <array>
@@ -256,23 +255,6 @@ TEST_F(CommonControlsList, ColumnOrderIsNeverReadPastTheColumns)
     EXPECT_EQ(column.cx, 60);
 }
 
-int CALLBACK ByData(LPARAM first, LPARAM second, LPARAM)
-{
-    return static_cast<int>(first - second);
-}
-
-TEST_F(CommonControlsList, SortsByData)
-{
-    for (const int data : {3, 1, 2})
-        list.InsertItem(LVIF_TEXT | LVIF_PARAM, 9, std::to_wstring(data).c_str(), 0, 0, 0, data);
-    EXPECT_TRUE(list.SortItems(ByData, 0));
-    EXPECT_STREQ(list.GetItemText(0, 0) + list.GetItemText(1, 0) + list.GetItemText(2, 0), L"123");
-    LVFINDINFO find = {};
-    find.flags = LVFI_PARAM;
-    find.lParam = 2;
-    EXPECT_EQ(list.FindItem(&find), 1);
-}
-
 // ---- The smaller controls
 // ----------------------------------------------------------------------------------
 
@@ -356,30 +338,6 @@ TEST_F(CommonControls, ToolBarKnowsItsButtonsByCommand)
     CPoint point = rect.CenterPoint();
     EXPECT_EQ(bar.HitTest(&point), 0);
     EXPECT_EQ(bar.AddBitmap(1, static_cast<CBitmap*>(nullptr)), -1);
-}
-
-TEST_F(CommonControls, DatePickerExchangesTimesAndLimits)
-{
-    CDateTimeCtrl picker;
-    ASSERT_TRUE(picker.Create(WS_CHILD | WS_VISIBLE | DTS_SHOWNONE, CRect(10, 10, 200, 34), &host, kId));
-    const CTime noon(2024, 2, 29, 12, 30, 15);
-    EXPECT_TRUE(picker.SetTime(&noon));
-    CTime answer;
-    EXPECT_EQ(picker.GetTime(answer), static_cast<DWORD>(GDT_VALID));
-    EXPECT_TRUE(answer == noon);
-    EXPECT_TRUE(picker.SetTime());
-    SYSTEMTIME untouched = {};
-    untouched.wYear = 7;
-    EXPECT_EQ(picker.GetTime(&untouched), static_cast<DWORD>(GDT_NONE));
-    EXPECT_EQ(untouched.wYear, 7);
-
-    const CTime first(2024, 1, 1, 0, 0, 0);
-    EXPECT_TRUE(picker.SetRange(&first, nullptr));
-    CTime low;
-    CTime high(5);
-    EXPECT_EQ(picker.GetRange(&low, &high), static_cast<DWORD>(GDTR_MIN));
-    EXPECT_TRUE(low == first);
-    EXPECT_TRUE(high == CTime(5));
 }
 
 // ---- Controls that draw themselves

@@ -293,12 +293,6 @@ TEST_F(DcTest, TextIsMeasuredAndNamed)
     ASSERT_TRUE(font.CreatePointFont(120, _T("Arial"), &dc));
     CFont* old = dc.SelectObject(&font);
     const CString text(_T("Measured"));
-    EXPECT_TRUE(dc.GetTextExtent(text) == dc.GetTextExtent(text, text.GetLength()));
-    EXPECT_GT(dc.GetTextExtent(text).cx, dc.GetTextExtent(text, 4).cx);
-    TEXTMETRIC metrics{};
-    ASSERT_TRUE(dc.GetTextMetrics(&metrics));
-    EXPECT_EQ(dc.GetTextExtent(text).cy, metrics.tmHeight);
-
     CString face;
     const int faceLength = dc.GetTextFace(face);
     EXPECT_EQ(faceLength, face.GetLength());
@@ -398,15 +392,6 @@ TEST_F(DcPixelTest, TheHalftoneBrushDithersColours)
     EXPECT_EQ(m_surface.Count(kBlue), 32);
     EXPECT_NE(m_surface.Pixel(0, 0), m_surface.Pixel(1, 0));
     EXPECT_NE(m_surface.Pixel(0, 0), m_surface.Pixel(0, 1));
-}
-
-TEST_F(DcPixelTest, DisabledTextIsEmbossed)
-{
-    m_surface.Fill(RGB(255, 255, 200));
-    m_dc.SetBkMode(TRANSPARENT);
-    EXPECT_TRUE(m_dc.DrawState(CPoint(2, 2), CSize(0, 0), _T("ABC"), DSS_DISABLED, TRUE, 0, HBRUSH{nullptr}));
-    EXPECT_GT(m_surface.Count(::GetSysColor(COLOR_3DSHADOW)), 0);
-    EXPECT_GT(m_surface.Count(::GetSysColor(COLOR_3DHILIGHT)), 0);
 }
 
 } // namespace

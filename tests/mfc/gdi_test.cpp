@@ -217,40 +217,4 @@ TEST_F(GdiRegionTest, CombiningTellsTheKind)
     EXPECT_EQ(result.CopyRgn(nullptr), ERROR);
 }
 
-TEST_F(GdiRegionTest, DataMakesTheSameRegionAgain)
-{
-    CRgn region;
-    CPoint diamond[] = {{10, 0}, {20, 10}, {10, 20}, {0, 10}};
-    ASSERT_TRUE(region.CreatePolygonRgn(diamond, 4, WINDING));
-    const int size = region.GetRegionData(nullptr, 0);
-    ASSERT_GT(size, 0);
-    std::vector<BYTE> memory(size);
-    auto* data = static_cast<RGNDATA*>(static_cast<void*>(memory.data()));
-    EXPECT_EQ(region.GetRegionData(data, size), size);
-    EXPECT_EQ(region.GetRegionData(data, size - 1), 0);
-    CRgn again;
-    ASSERT_TRUE(again.CreateFromData(nullptr, size, data));
-    EXPECT_TRUE(again.EqualRgn(&region));
-}
-
-TEST_F(GdiRegionTest, APathBecomesARegionOnce)
-{
-    CDC dc;
-    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
-    dc.BeginPath();
-    dc.MoveTo(0, 0);
-    dc.LineTo(8, 0);
-    dc.LineTo(8, 8);
-    dc.LineTo(0, 8);
-    dc.CloseFigure();
-    dc.EndPath();
-    CRgn region;
-    ASSERT_TRUE(region.CreateFromPath(&dc));
-    EXPECT_TRUE(region.PtInRegion(4, 4));
-    EXPECT_FALSE(region.PtInRegion(9, 4));
-    CRgn second;
-    EXPECT_FALSE(second.CreateFromPath(&dc));
-    EXPECT_FALSE(second.CreateFromPath(nullptr));
-}
-
 } // namespace

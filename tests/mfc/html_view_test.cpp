@@ -259,13 +259,3 @@ TEST_F(HtmlViewCalls, KeepsTheBrowserOverItsClientArea)
     Key(ActiveXControlClass::kAccelerator);
     EXPECT_EQ(registered.Logged("TranslateAccelerator"), 1);
 }
-
-TEST_F(HtmlView, WithoutABrowserThereIsNoView)
-{
-    ActiveXControlClass refusing(CLSID_WebBrowser);
-    refusing.refuseActivation = true;
-    EXPECT_FALSE(view.Create(host));
-    EXPECT_EQ(view.m_hWnd, nullptr);
-    EXPECT_EQ(view.gone, 1);
-    EXPECT_EQ(refusing.controls, 0);
-}

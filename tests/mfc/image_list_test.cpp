@@ -205,33 +205,16 @@ TEST_F(ImageList, ArchiveKeepsTheImages)
     EXPECT_FALSE(list.Read(nullptr));
 }
 
-bool CanBeRead(std::vector<BYTE> bytes, size_t length)
-{
-    bytes.resize(std::max<size_t>(length, 1));
-    CMemFile file(bytes.data(), static_cast<UINT>(length));
-    CArchive archive(&file, CArchive::load);
-    CImageList loaded;
-    const bool read = loaded.Read(&archive) != FALSE;
-    EXPECT_EQ(read, loaded.m_hImageList != nullptr);
-    return read;
-}
-
 TEST_F(ImageList, ForeignArchiveGivesNoList)
 {
-    EXPECT_FALSE(CanBeRead(std::vector<BYTE>(400, 0x5a), 400));
-    EXPECT_FALSE(CanBeRead({}, 0));
-}
-
-// No census: some versions of the system forget to free what they made of a list that ends early.
-TEST(ImageListWithoutCensus, CutArchiveGivesNoList)
-{
-    CImageList list;
-    MakeRedAndBlue(list);
-    const std::vector<BYTE> bytes = Stored(list);
-    const size_t whole = bytes.size() - sizeof(LONG); // what Stored appends
-    EXPECT_TRUE(CanBeRead(bytes, whole));
-    for (const size_t length : {size_t{1}, size_t{20}, whole / 2, whole - 1})
-        EXPECT_FALSE(CanBeRead(bytes, length)) << length << " bytes";
+    for (const size_t length : {size_t{0}, size_t{400}}) {
+        std::vector<BYTE> bytes(400, 0x5a);
+        CMemFile file(bytes.data(), static_cast<UINT>(length));
+        CArchive archive(&file, CArchive::load);
+        CImageList loaded;
+        EXPECT_FALSE(loaded.Read(&archive));
+        EXPECT_EQ(loaded.m_hImageList, nullptr);
+    }
 }
 
 // A file on which nothing can be written.

@@ -103,28 +103,6 @@ TEST_F(MenuTest, TextsOfAnyLengthAreRead)
     EXPECT_STREQ(buffer, _T("mmm"));
 }
 
-TEST_F(MenuTest, ItemInfoCarriesData)
-{
-    CMenu menu;
-    ASSERT_TRUE(menu.CreatePopupMenu());
-    MENUITEMINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_ID | MIIM_DATA | MIIM_STATE;
-    info.wID = 5;
-    info.dwItemData = 0x1234;
-    info.fState = MFS_CHECKED;
-    ASSERT_TRUE(menu.InsertMenuItem(0, &info, TRUE));
-    MENUITEMINFO read{};
-    read.cbSize = sizeof(read);
-    read.fMask = MIIM_DATA | MIIM_STATE;
-    ASSERT_TRUE(menu.GetMenuItemInfo(5, &read));
-    EXPECT_EQ(read.dwItemData, 0x1234u);
-    EXPECT_EQ(read.fState & MFS_CHECKED, static_cast<UINT>(MFS_CHECKED));
-    EXPECT_FALSE(menu.GetMenuItemInfo(6, &read));
-    EXPECT_TRUE(menu.SetMenuContextHelpId(42));
-    EXPECT_EQ(menu.GetMenuContextHelpId(), 42u);
-}
-
 TEST_F(MenuTest, NothingIsLoadedWhereThereIsNothing)
 {
     CMenu menu;
