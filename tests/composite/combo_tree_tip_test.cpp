@@ -1,4 +1,5 @@
 #include "tests/composite/combo_tree_fixture.h"
+#include "tests/support/modal.h"
 
 #include <algorithm>
 
@@ -23,12 +24,7 @@ class ComboTreeTips : public ComboTreeTest
 protected:
     void SetUp() override { OpenDropped({kShort, kLong, kOther}); }
     [[nodiscard]] bool IsShown() const { return tip.m_hWnd != nullptr && tip.IsWindowVisible(); }
-    [[nodiscard]] CString Text() const
-    {
-        CString text;
-        tip.GetWindowText(text);
-        return text;
-    }
+    [[nodiscard]] std::wstring Text() const { return WindowText(tip.m_hWnd); }
     [[nodiscard]] CRect Place() const
     {
         CRect rect;

@@ -2,6 +2,7 @@
 
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/modal.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -116,13 +117,6 @@ protected:
     CButton next;
 };
 
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
-}
-
 std::vector<CString> Choices(const CComboBox& combo)
 {
     std::vector<CString> items(combo.GetCount());
@@ -211,7 +205,7 @@ TEST_F(PropertyList, EachKindHasItsEditor)
             EXPECT_EQ(editors[i]->IsWindowVisible() != FALSE, i == row);
         const HWND focus = ::GetFocus();
         EXPECT_TRUE(focus == editors[row]->m_hWnd || ::GetParent(focus) == editors[row]->m_hWnd);
-        EXPECT_EQ(TextOf(*editors[row]), shown[row]);
+        EXPECT_EQ(WindowText(editors[row]->m_hWnd), shown[row]);
         EXPECT_EQ(editors[row]->GetFont()->m_hObject, list->GetFont()->m_hObject);
         const CRect place = PlaceOf(*editors[row]);
         EXPECT_EQ(place.left, client.Width() * 40 / 100);
@@ -262,7 +256,7 @@ TEST_F(PropertyList, TypedTextsAreStoredAndTold)
     list->StartEdit(2);
     Type(L"er");
     list->StartEdit(2);
-    EXPECT_EQ(TextOf(list->m_edit), L"er");
+    EXPECT_EQ(WindowText(list->m_edit.m_hWnd), L"er");
     EXPECT_EQ(TakePosted(), (std::vector{Started(2), Stored(2), Started(2)}));
 }
 
@@ -448,7 +442,7 @@ TEST_F(PropertyList, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(list->GetItemValue(1), L"v");
     list->StartEdit(2);
     EXPECT_EQ(TakePosted(), (std::vector{Started(2, 1)}));
-    EXPECT_EQ(TextOf(list->m_edit), L"v");
+    EXPECT_EQ(WindowText(list->m_edit.m_hWnd), L"v");
 
     host.DestroyWindow();
     EXPECT_EQ(list->m_nEditIndex, -1);

@@ -122,11 +122,10 @@ const Replacement kOfLibrary[] = {
 
 GuardedLibrary::GuardedLibrary()
 {
-    // For objects; they stay to the end.
-    static const bool s_installed = (InstallGuardPages(), true);
-    m_isGuarded = s_installed;
+    InstallGuardPages(); // for objects, and to the end of the program
     for (const auto& [name, function] : kOfLibrary)
-        m_isGuarded = m_imports.emplace_back(L"vgui.dll", name, function).IsInPlace() && m_isGuarded;
+        m_imports.emplace_back(L"vgui.dll", name, function);
+    m_isGuarded = std::ranges::all_of(m_imports, &ImportPatch::IsInPlace);
     g_longest = 0;
     g_freedWhileLocked = 0;
 }

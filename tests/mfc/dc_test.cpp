@@ -214,15 +214,8 @@ TEST_F(DcTest, AWindowThatIsGoneThrows)
 {
     CWnd gone;
     gone.m_hWnd = reinterpret_cast<HWND>(static_cast<INT_PTR>(0xDEAD));
-    bool thrown = false;
-    try {
-        CClientDC dc(&gone);
-    } catch (CResourceException* exception) {
-        thrown = true;
-        exception->Delete();
-    }
+    EXPECT_THROW(CClientDC dc(&gone), CResourceException*);
     gone.m_hWnd = nullptr;
-    EXPECT_TRUE(thrown);
 }
 
 TEST_F(DcTest, SizesAreMappedWithoutOrigins)

@@ -97,14 +97,7 @@ TEST_F(GdiObjectTest, ConstructorsThrowWhereCreatorsAnswerFalse)
     EXPECT_FALSE(brush.CreateBrushIndirect(nullptr));
     EXPECT_FALSE(brush.CreateDIBPatternBrush(static_cast<const void*>(nullptr), DIB_RGB_COLORS));
     CBitmap empty;
-    bool thrown = false;
-    try {
-        CBrush pattern(&empty);
-    } catch (CResourceException* exception) {
-        thrown = true;
-        exception->Delete();
-    }
-    EXPECT_TRUE(thrown);
+    EXPECT_THROW(CBrush pattern(&empty), CResourceException*);
 }
 
 TEST_F(GdiObjectTest, StockObjectsSurviveTheirWrapper)

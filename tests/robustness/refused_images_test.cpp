@@ -86,6 +86,14 @@ std::vector<RefusedOperation> Changes()
         Change("cut", 8, [=](CDib& dib) { return dib.CutRect(part); }),
         Change("another size", 24, [](CDib& dib) { return dib.Create(DWORD{3}, DWORD{3}, WORD{24}); }),
         Change("the screen", 24, [](CDib& dib) { return dib.Create(CRect(0, 0, 4, 4)); }),
+        Change("another block", 24,
+               [=](CDib& dib) {
+                   const HGLOBAL block = dib.CopyRect(part);
+                   const int attached = dib.Attach(block);
+                   if (dib.GetHandle() != block)
+                       ::GlobalFree(block);
+                   return attached;
+               }),
         Change("merge", 24,
                [](CDib& dib) {
                    CDib other;
