@@ -7,6 +7,7 @@
 #include "tests/support/modal.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
+#include "tests/support/rounds.h"
 #include "vgui/assist/assist_msg.h"
 #include "vgui/assist/assist_player.h"
 
@@ -469,6 +470,18 @@ TEST_F(AssistSystem, NoticesHaveTwoForms)
     EXPECT_EQ(answer.Caption(), L"温馨提示");
     EXPECT_EQ(answer.Text(), L"帮助系统尚未完善！");
     EXPECT_EQ(body, L"text\r\nmore");
+}
+
+TEST_F(AssistSystem, NoticeRoundsLeaveNothing)
+{
+    ExpectRoundsLeaveNothing([] {
+        for (const int mode : {CAssistMsg::MissingEntry, CAssistMsg::Incomplete}) {
+            CAssistMsg message;
+            message.SetMsg(L"text", mode);
+            const auto answer = AnswerMessageBox(IDOK);
+            ASSERT_EQ(message.DoModal(), IDOK);
+        }
+    });
 }
 
 TEST_F(AssistSystemPlayer, PlaysTheSelectedVideo)

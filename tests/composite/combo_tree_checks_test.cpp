@@ -150,6 +150,38 @@ TEST_F(ComboTreeChecks, FollowTheModel)
     }
 }
 
+TEST_F(ComboTreeChecks, OneAfterTheOther)
+{
+    Open(true);
+    Add({L"p/a", L"p/b", L"p/c"});
+    const HTREEITEM parent = Find(L"p");
+    const auto states = [&] {
+        std::string text;
+        for (const LPCWSTR path : {L"p", L"p/a", L"p/b", L"p/c"})
+            text += std::to_string(tree.GetCheckState(Find(path)));
+        return text;
+    };
+    combo.SetCheck(parent, TRUE);
+    EXPECT_EQ(states(), "2222");
+    combo.SetCheck(Find(L"p/b"), FALSE);
+    EXPECT_EQ(states(), "3212");
+    EXPECT_FALSE(combo.IsItemChecked(parent));
+    combo.SetCheck(parent, FALSE); // stays partly checked
+    EXPECT_EQ(states(), "3212");
+    combo.SetCheck(Find(L"p/b"), TRUE);
+    EXPECT_EQ(states(), "2222");
+    tree.SetCheckState(parent, ComboTreeToggle);
+    EXPECT_EQ(states(), "1111");
+    combo.SetCheck(Find(L"p/c"), TRUE);
+    tree.SetCheckState(parent, ComboTreeToggle);
+    EXPECT_EQ(states(), "1111");
+    // An item without a box is no reason to leave those above it wrong.
+    tree.SetItemState(Find(L"p/a"), INDEXTOSTATEIMAGEMASK(ComboTreeChecked), TVIS_STATEIMAGEMASK);
+    tree.SetItemState(Find(L"p/b"), INDEXTOSTATEIMAGEMASK(ComboTreeNoCheck), TVIS_STATEIMAGEMASK);
+    tree.SetCheckState(Find(L"p/b"), ComboTreeReapply);
+    EXPECT_EQ(states(), "3201");
+}
+
 TEST_F(ComboTreeChecks, NothingWithoutBoxesOrItems)
 {
     EXPECT_FALSE(tree.SetCheckState(nullptr, ComboTreeCheck));
@@ -235,4 +267,22 @@ TEST_F(ComboTreeChecks, BranchesExpandAndCollapse)
     CRect client;
     tree.GetClientRect(client);
     EXPECT_TRUE(row.top >= 0 && row.top < client.bottom);
+}
+
+TEST_F(ComboTreeChecks, DepthDoesNotMatter)
+{
+    Open(true);
+    constexpr int kDepth = 3000;
+    std::wstring path = L"d";
+    for (int i = 1; i < kDepth; ++i)
+        path += L"/d";
+    const HTREEITEM deepest = combo.AddString(path.c_str());
+    const HTREEITEM top = tree.GetRootItem();
+    combo.SetCheck(deepest, TRUE);
+    EXPECT_EQ(combo.GetFirstCheckedItem(), top);
+    combo.SetCheck(top, FALSE);
+    EXPECT_FALSE(combo.IsItemChecked(deepest));
+    EXPECT_EQ(combo.GetNextCheckedItem(top), nullptr);
+    EXPECT_EQ(combo.GetLastItem(top), deepest);
+    combo.CollapseBranch(top);
 }

@@ -1,4 +1,5 @@
 // Packed DIBs and GDI: DIB sections, palettes, the change of depth, and DIBs made from bitmaps.
+#include "vgui/foundation/within_memory.h"
 #include "vgui/imaging/dib_block.h"
 #include "vgui/imaging/dib_draw.h"
 #include "vgui/imaging/dib_rows.h"
@@ -57,7 +58,7 @@ bool KeepsColors(const VDibView& source, WORD bitCount)
 // False when memory is short.
 bool CopyColors(const VDibView& source, const VDibView& target)
 {
-    try {
+    return VWithinMemory([&] {
         VColorReader reader(source);
         std::vector<BYTE> row(reader.Length());
         const size_t pixelBytes = target.BitCount() / 8;
@@ -72,9 +73,7 @@ bool CopyColors(const VDibView& source, const VDibView& target)
             }
         }
         return true;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    });
 }
 
 WORD DepthBucket(const BITMAP& bitmap)
