@@ -427,15 +427,8 @@ TEST_F(AssistSystem, OpensAgainAfterItCouldNot)
 
 TEST_F(AssistSystem, TakesNoTopicWhileItOpens)
 {
-    const BeforeColumn hook([this] {
-        for (const wchar_t* video : {L"first.swf", L"二.SWF"})
-            fs::remove(host.Videos() / L"设置" / L"工程 设置" / video);
-    });
     bool entered = true;
-    const auto answer = WhenModal([&](HWND box) {
-        entered = EnterAssistSystem(L"", nullptr, nullptr);
-        PostButton(box, IDOK);
-    });
+    const BeforeColumn hook([&] { entered = EnterAssistSystem(L"", nullptr, nullptr); });
     EXPECT_TRUE(Enter(kTopic));
     EXPECT_FALSE(entered);
     ASSERT_NE(Find(), nullptr);
@@ -450,11 +443,24 @@ TEST_F(AssistSystem, SaysThatAVideoIsMissing)
     fs::create_directories(host.Videos() / L"设置" / L"工程 设置" / L"二.SWF");
     const auto answer = AnswerMessageBox(IDOK);
     Select(*Find(), L"二");
+    EXPECT_FALSE(answer.Shown()) << "inside the list's notification";
+    EXPECT_TRUE(PumpUntil([&] { return answer.Shown(); }));
     EXPECT_EQ(answer.Text(),
               L"文件 " + (host.Videos() / L"设置" / L"工程 设置" / L"二.swf").wstring() + L" 不存在！");
     EXPECT_FALSE(IsPlaybackEnabled(*Find()));
-    Select(*Find(), L"first");
+    Select(*Find(), L"二");
+    Select(*Find(), L"first"); // in time
     EXPECT_TRUE(IsPlaybackEnabled(*Find()));
+    PumpMessages();
+
+    const auto end = WhenModal([](HWND box) {
+        Find()->DestroyWindow();
+        if (::IsWindow(box)) // it may have belonged to the dialog
+            PostButton(box, IDOK);
+    });
+    Select(*Find(), L"二");
+    EXPECT_TRUE(PumpUntil([&] { return end.Shown(); }));
+    EXPECT_EQ(Find(), nullptr);
 }
 
 TEST_F(AssistSystem, NoticesHaveTwoForms)
@@ -500,6 +506,7 @@ TEST_F(AssistSystemPlayer, PlaysTheSelectedVideo)
     const auto answer = AnswerMessageBox(IDOK);
     Select(*dialog, L"first");
     EXPECT_EQ(dialog->calls, Texts{L"about:blank"});
+    EXPECT_TRUE(PumpUntil([&] { return answer.Shown(); }));
     dialog->calls.clear();
     ASSERT_TRUE(dialog->LoadTopic(L"Empty"));
     dialog->FillVideoList();

@@ -59,8 +59,7 @@ bool EnterAssistSystem(const wchar_t* topic, CWnd* parent, const CWnd*)
         OpenAssistDlg::s_open->DestroyWindow();
     OpenAssistDlg* const dialog = OpenAssistDlg::s_open = made.release();
     const bool opened = dialog->Open();
-    // It deletes itself with its window, be it that opening failed late or that a message box about a missing
-    // video has let somebody close it.
+    // It deletes itself with its window, which may have failed late or been closed by code of the host's.
     if (OpenAssistDlg::s_open != dialog)
         return false;
     if (!opened) {

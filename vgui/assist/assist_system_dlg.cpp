@@ -8,6 +8,7 @@
 #include "vgui/res/resource.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -49,6 +50,7 @@ BEGIN_MESSAGE_MAP(CAssistSystemDlg, CDialog)
     ON_COMMAND_RANGE(IDC_ASSIST_ZOOM_IN, IDC_ASSIST_RESTORE, &CAssistSystemDlg::OnUnusedButton)
     ON_NOTIFY(NM_RELEASEDCAPTURE, IDC_ASSIST_TRACK, &CAssistSystemDlg::OnTrackReleased)
     ON_MESSAGE(CAssistSystemDlg::kShowAgain, &CAssistSystemDlg::OnShowAgain)
+    ON_MESSAGE(CAssistSystemDlg::kTellMissing, &CAssistSystemDlg::OnTellMissing)
     ON_WM_PAINT()
     ON_WM_QUERYDRAGICON()
 END_MESSAGE_MAP()
@@ -163,6 +165,7 @@ void CAssistSystemDlg::FillVideoList()
     m_lstVideos.InsertColumn(0, L"视频名称", LVCFMT_LEFT, TitleWidth(longest));
     for (size_t i = 0; i < titles.size(); ++i)
         m_lstVideos.InsertItem(static_cast<int>(i), titles[i]);
+    m_missing.Empty();
     if (titles.empty()) {
         m_edtInstructions.SetWindowText(L"");
         EnablePlayback(false);
@@ -170,7 +173,7 @@ void CAssistSystemDlg::FillVideoList()
         return;
     }
     m_lstVideos.EnsureVisible(0, FALSE);
-    // Last, since it loads the video, of which a message box may tell, and that may end the dialog.
+    // Last, since it loads the video.
     m_lstVideos.SetItemState(0, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
@@ -215,14 +218,25 @@ void CAssistSystemDlg::LoadVideo()
     CString video = base + L".swf";
     const bool exists = AssistFileExists(video);
     EnablePlayback(exists);
+    m_missing = exists ? CString() : video;
     if (!exists) {
         StopVideo();
-        AfxMessageBox(L"文件 " + video + L" 不存在！");
+        // While a message box is up, the dialog may be destroyed, and the list is still in its notification.
+        PostMessage(kTellMissing);
         return;
     }
     video.Replace(L"\\\\", L"\\");
     if (m_player != nullptr)
         m_player->Navigate(video);
+}
+
+LRESULT CAssistSystemDlg::OnTellMissing(WPARAM, LPARAM)
+{
+    // Another video may be selected by now.
+    const CString missing = std::exchange(m_missing, CString());
+    if (!missing.IsEmpty())
+        AfxMessageBox(L"文件 " + missing + L" 不存在！"); // the dialog may be gone afterwards
+    return 0;
 }
 
 // The last video must not go on under another one's instructions.

@@ -21,6 +21,8 @@ class VGUI_API CAssistSystemDlg : public CDialog
 public:
     // Posted or sent to a visible dialog, it is shown once more; the result is 1.
     static constexpr UINT kShowAgain = 0x7101;
+    // The dialog posts it to itself: the selected video's file has gone.
+    static constexpr UINT kTellMissing = 0x7102;
 
     // parent: the owner, null for the main window.
     explicit CAssistSystemDlg(CWnd* parent = nullptr);
@@ -35,8 +37,8 @@ public:
     // Creates the window from the library's template and fills it. False when it cannot be created; the
     // object is gone then if the window came into being.
     bool Open();
-    // Shows the caption and the videos of the topic and loads the first one. A message box tells when its
-    // file has gone; whoever closes the dialog meanwhile ends the object.
+    // Shows the caption and the videos of the topic and loads the first one. When its file has gone, a
+    // message box tells so as soon as messages are dispatched.
     void FillVideoList();
 
     // Has the player cover the whole screen.
@@ -67,6 +69,7 @@ protected:
     afx_msg void OnUnusedButton(UINT nID);
     afx_msg void OnTrackReleased(NMHDR* pNMHDR, LRESULT* pResult);
     afx_msg LRESULT OnShowAgain(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnTellMissing(WPARAM wParam, LPARAM lParam);
     afx_msg void OnPaint();
     afx_msg HCURSOR OnQueryDragIcon();
     DECLARE_MESSAGE_MAP()
@@ -98,4 +101,5 @@ private:
     [[nodiscard]] int TitleWidth(int longest);
 
     std::vector<HWND> m_hidden; // what full screen has hidden
+    CString m_missing;          // the file that is still to be told of
 };
