@@ -40,6 +40,7 @@ CWnd::~CWnd()
     if (m_hWnd != nullptr) {
         TRACE(_T("A CWnd is destroyed before its window, which loses its last messages.\n"));
         DestroyWindow();
+        Detach(); // a window that was only attached has not told of its end
     }
     // There is none any more where the window's last message has come by this object.
     delete m_pCtrlCont;
@@ -213,7 +214,13 @@ bool IsInputMethodWindow(HWND hWnd)
 void AfxWndAccess::TakeWindow(CWnd* window, HWND hWnd)
 {
     window->Attach(hWnd);
-    window->PreSubclassWindow();
+    try {
+        window->PreSubclassWindow();
+    } catch (...) {
+        // Its messages would never reach the object, not even the last one.
+        window->Detach();
+        throw;
+    }
     const auto previous = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtr(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&AfxWndProc)));
     if (previous != &AfxWndProc && *window->GetSuperWndProcAddr() == nullptr)
@@ -232,7 +239,6 @@ LRESULT CALLBACK AfxWndAccess::OnCbt(int code, WPARAM wParam, LPARAM lParam)
             TakeWindow(window, hWnd);
         } catch (...) {
             // An exception would leave the window half made, with nobody to destroy it.
-            window->Detach();
             state.m_pWndInit = window;
             return 1;
         }

@@ -5,6 +5,7 @@
 #include <afxwin.h>
 
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,14 @@ public:
 
     bool refuseCreation = false;
     bool throwInCreation = false;
+    bool throwInSubclassing = false;
 
 protected:
     void PreSubclassWindow() override
     {
         m_log.push_back(m_hWnd != nullptr ? "PreSubclass" : "PreSubclass without window");
+        if (throwInSubclassing)
+            AfxThrowUserException();
     }
     void PostNcDestroy() override
     {
@@ -170,8 +174,17 @@ TEST_F(Window, SubclassingIsUndoneToTheWindowsOwnProcedure)
     EXPECT_EQ(window.UnsubclassWindow(), handle);
     EXPECT_EQ(::GetWindowLongPtr(handle, GWLP_WNDPROC), own);
     EXPECT_EQ(window.UnsubclassWindow(), nullptr);
-    ::DestroyWindow(handle);
     EXPECT_EQ(log, (Log{"PreSubclass"}));
+
+    window.throwInSubclassing = true;
+    EXPECT_THROW(window.SubclassWindow(handle), CUserException*);
+    EXPECT_EQ(window.m_hWnd, nullptr);
+    EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
+    EXPECT_EQ(::GetWindowLongPtr(handle, GWLP_WNDPROC), own);
+    // A window that was only attached goes with its object, and is forgotten.
+    std::make_unique<CWnd>()->Attach(handle);
+    EXPECT_FALSE(::IsWindow(handle));
+    EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
 }
 
 TEST_F(Window, NullPointersHaveNoHandle)
