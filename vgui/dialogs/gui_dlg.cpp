@@ -11,6 +11,9 @@
 #include "vgui/foundation/window_helpers.h"
 #include "vgui/res/resource.h"
 
+#include <memory>
+#include <utility>
+
 namespace
 {
 
@@ -135,7 +138,7 @@ void VGuiDlg::OnDestroy()
 void VGuiDlg::DropReplacedControls()
 {
     for (INT_PTR i = 0; i < m_arrSubclassed.GetSize(); ++i) {
-        const std::unique_ptr<CWnd> control(m_arrSubclassed[i]);
+        const std::unique_ptr<CWnd> control(std::exchange(m_arrSubclassed[i], nullptr));
         if (control == nullptr || control->m_hWnd == nullptr)
             continue;
         if (const HWND window = control->UnsubclassWindow())

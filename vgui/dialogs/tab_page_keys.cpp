@@ -1,6 +1,7 @@
 // The Tab key between a page, its tab control and the dialog around them. The page answers for its own keys,
 // so that by itself the key would go round inside it and never get into it.
 #include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/attached.h"
 
 namespace
 {
@@ -50,8 +51,9 @@ BOOL VTabDlgCtrl::PreTranslateMessage(MSG* pMsg)
 // The title band has nothing to be chosen by keys.
 void VTabDlgCtrl::OnSetFocus(CWnd* pOldWnd)
 {
+    const HWND self = m_hWnd;
     VTabCtrl::OnSetFocus(pOldWnd);
-    if (m_bOutDriven)
+    if (VGIsAttached(this, self) && m_bOutDriven)
         TabIntoPage(IsBackward());
 }
 
