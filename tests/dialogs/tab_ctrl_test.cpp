@@ -252,3 +252,23 @@ TEST_F(TabCtrl, WhatIsPrintedIsWhatIsShown)
         EXPECT_TRUE(AreasEqual(printed, printed.Bounds(), shown, CPoint(0, 0))) << outDriven;
     }
 }
+
+TEST_F(TabCtrl, ASecondWindowIsNotHot)
+{
+    const auto openWithTabs = [&] {
+        ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 130), &host, kTabId));
+        tabs.InsertItem(0, L"selected");
+        tabs.InsertItem(1, L"other");
+        PumpMessages();
+    };
+    const auto hotPixels = [&] { return CaptureClient(tabs.m_hWnd).Count(VGM.Common.clrHot); };
+    ASSERT_TRUE(host.Open({400, 300}));
+    openWithTabs();
+    MoveTo(ClientToScreen(tabs.m_hWnd, Tab(1).CenterPoint()));
+    PumpMessages();
+    EXPECT_GT(hotPixels(), 0);
+    tabs.DestroyWindow();
+    MoveTo(ClientToScreen(host.m_hWnd, {350, 250}));
+    openWithTabs();
+    EXPECT_EQ(hotPixels(), 0);
+}

@@ -67,6 +67,7 @@ void VTabCtrl::SetDrawingStyle(int Style)
 
 void VTabCtrl::PreSubclassWindow()
 {
+    m_nHot = -1; // the mouse may have been on a tab when the object's former window went
     // The control is painted in one piece, around its page or its arrows for tabs that do not fit.
     ModifyStyle(0, TCS_HOTTRACK | WS_CLIPCHILDREN);
     CTabCtrl::PreSubclassWindow();
