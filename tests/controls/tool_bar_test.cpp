@@ -5,6 +5,7 @@
 #include "tests/support/input.h"
 #include "tests/support/pixels.h"
 #include "tests/support/recorder.h"
+#include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
 #include <climits>
@@ -146,6 +147,9 @@ TEST_F(ToolBar, StatesAreDrawn)
         const CRect rect = RectOf(kFirst);
         const int outline = 2 * (rect.Width() + rect.Height()) - 4;
         EXPECT_EQ(Ink(kFirst, VGM.Common.clrHot), outline);
+        const COLORREF inner = VGFadeColor(VGM.Common.clrHot, VGM.Common.nCtrlFrameFade);
+        EXPECT_EQ(Ink(kFirst, inner),
+                  rect.Width() + rect.Height() - 5); // the right and lower side of its ring
         ResetDoubleClick();
         Press();
         EXPECT_EQ(Ink(kFirst, VGM.Common.clrFrame), outline);

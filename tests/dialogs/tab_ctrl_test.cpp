@@ -4,6 +4,7 @@
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
 #include "vgui/dialogs/tab_pages.h"
+#include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
 #include <functional>
@@ -100,6 +101,18 @@ TEST_F(TabCtrl, RowsOfTabsLeaveNoGap)
     // The row with the selected tab comes down to the page.
     tabs.SetCurSel(5);
     expectNoGap(L"last");
+}
+
+TEST_F(TabCtrl, PageHasBothRingsOfAControlFrame)
+{
+    Open(0);
+    tabs.InsertItem(0, L"one");
+    const DibSurface shown = CaptureClient(tabs.m_hWnd);
+    const CPoint corner = shown.Bounds().BottomRight() - CSize(1, 1);
+    EXPECT_EQ(shown.Pixel(corner), VGM.Tab.clrFrame);
+    EXPECT_EQ(shown.Pixel(corner - CSize(1, 1)), VGFadeColor(VGM.Tab.clrFrame, VGM.Common.nCtrlFrameFade));
+    EXPECT_EQ(shown.Pixel(corner - CSize(2, 2)), VGM.Tab.clrPageBk);
+    EXPECT_EQ(shown.Pixel(1, Tab(0).bottom + 3), RGB(255, 255, 255));
 }
 
 TEST_F(TabCtrl, CaptionsAreCentredAndCutAtTheMargin)

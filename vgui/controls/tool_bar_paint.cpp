@@ -1,4 +1,5 @@
 // The painting of the tool bar.
+#include "vgui/controls/control_frame.h"
 #include "vgui/controls/tool_bar.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
@@ -32,7 +33,7 @@ bool DrawFace(CDC& dc, const CRect& rect, bool hot, bool pressed, bool checked)
         from = VGFadeColor(from, kPressedShade);
     const COLORREF frame = hot && !pressed ? VGM.Common.clrHot : VGM.Common.clrFrame;
     VGGradientFillRect(&dc, rect, from, to, 0);
-    dc.Draw3dRect(rect, frame, frame);
+    DrawControlFrame(dc, rect, frame);
     return true;
 }
 

@@ -1,4 +1,5 @@
 // The painting of the tab control.
+#include "vgui/controls/control_frame.h"
 #include "vgui/dialogs/tab_pages.h"
 #include "vgui/foundation/attached.h"
 #include "vgui/foundation/buffered_dc.h"
@@ -133,7 +134,7 @@ void VTabCtrl::Draw(CDC& dc)
     dc.FillSolidRect(client, VGGetParentBkColor(this));
     const CRect body = GetBodyRect();
     dc.FillSolidRect(body, VGM.Tab.clrPageBk);
-    dc.Draw3dRect(body, VGM.Tab.clrFrame, VGM.Tab.clrFrame);
+    DrawControlFrame(dc, body, VGM.Tab.clrFrame);
 
     const int selected = GetCurSel();
     for (int item = 0; item < GetItemCount(); ++item) {
