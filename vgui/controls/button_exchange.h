@@ -15,8 +15,8 @@ VGUI_API void VGDDX_Check(CDataExchange* pDX, int nIDC, int& value);
 VGUI_API void VGDDX_Radio(CDataExchange* pDX, int nIDC, int& value);
 
 // Checks the library radio button nCheckID, which unchecks the rest of its group. Nothing happens when the id
-// does not lie in the range (both ends belong to it) or is not such a button's.
+// does not lie in the range (both ends belong to it) or is not such a button's, or without a parent.
 VGUI_API void VGCheckRB(CWnd* parent, UINT nFirstID, UINT nLastID, UINT nCheckID);
 
-// The lowest id in the range whose control is a checked library radio button; 0 when there is none.
+// The lowest id in the range whose control is a checked library radio button; 0 for none or no parent.
 VGUI_API int VGGetCRB(CWnd* parent, UINT nFirstID, UINT nLastID);

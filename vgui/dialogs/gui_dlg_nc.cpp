@@ -271,11 +271,10 @@ void VGuiDlg::DrawCaptionText(CDC* pDC, const CRect& rcCap)
     CString caption;
     GetWindowText(caption);
     const HGDIOBJ font = reinterpret_cast<HGDIOBJ>(SendMessage(WM_GETFONT));
-    const HGDIOBJ oldFont = ::SelectObject(pDC->m_hDC, font ? font : ::GetStockObject(DEFAULT_GUI_FONT));
+    const VSelectScope selected(pDC->m_hDC, font ? font : ::GetStockObject(DEFAULT_GUI_FONT));
     pDC->SetBkMode(TRANSPARENT);
     pDC->SetTextColor(m_bActive ? VGM.Dlg.clrCapActiveText : VGM.Dlg.clrCapInactiveText);
     pDC->DrawText(caption, text, DT_SINGLELINE | DT_VCENTER);
-    ::SelectObject(pDC->m_hDC, oldFont);
 }
 
 void VGuiDlg::DrawCapBtns(CDC* pDC)

@@ -1,8 +1,8 @@
 // Drawing functions shared by all self-drawn windows.
 //
 // Rectangles and points are in the logical coordinates of the given device context; right and bottom are
-// exclusive unless said. Sizes are in logical units. A null context, an empty or an inverted rectangle draws
-// nothing. Counts and sizes may be arbitrarily large: what lies outside the context's clip box costs no time.
+// exclusive unless said. A null context draws nothing, an empty or an inverted rectangle nothing but growing
+// rings and unclipped text. Sizes are logical units; what lies outside the clip box costs no time.
 #pragma once
 
 #include "vgui/export.h"
