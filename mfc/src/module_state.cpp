@@ -331,8 +331,7 @@ HINSTANCE FindResourceModule(HasResource hasResource)
     const AFX_MODULE_STATE& state = *AfxGetModuleState();
     if (hasResource(state.m_hCurrentResourceHandle))
         return state.m_hCurrentResourceHandle;
-    for (CDynLinkLibrary* library = state.m_libraryList; library != nullptr;
-         library = library->m_pNextDLL) {
+    for (CDynLinkLibrary* library = state.m_libraryList; library != nullptr; library = library->m_pNextDLL) {
         if (library->m_hResource != nullptr && hasResource(library->m_hResource))
             return library->m_hResource;
     }
