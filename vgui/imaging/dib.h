@@ -5,8 +5,8 @@
 
 #include <afxwin.h>
 
-// Has DECLARE_SERIAL export the operator that extracts an object from an archive.
 #undef AFX_API
+// Has DECLARE_SERIAL export the operator that extracts an object from an archive.
 #define AFX_API VGUI_API
 
 // One image, held as a packed DIB (header, colour table and pixel rows in one block of movable global memory,
@@ -360,4 +360,5 @@ private:
 };
 
 #undef AFX_API
+// Empty again, as MFC has it.
 #define AFX_API
