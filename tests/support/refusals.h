@@ -19,8 +19,8 @@ enum class Refused {
 struct RefusedOperation {
     std::string name;
     std::function<void()> run;
-    // Whether what stays behind is a fault.
-    bool isCounted = true;
+    // Whether windows, graphic and user objects that stay behind are a fault. Blocks of memory always are.
+    bool countsObjects = true;
 };
 
 // Runs each operation again and again: with its first request refused, with its second one, and so on; then

@@ -54,13 +54,19 @@ ComboTreeDropList::~ComboTreeDropList()
 
 int ComboTreeDropList::OnCreate(LPCREATESTRUCT lpCreateStruct)
 {
-    if (CTreeCtrl::OnCreate(lpCreateStruct) != -1 && m_pCombo != nullptr) {
-        m_tip.Watch(*this);
-        CComboPopupText::Instance().BelongTo(*this);
-        if (!HasCheckBoxes() || LoadCheckImages())
-            return 0;
+    // A window whose creation fails need not see WM_DESTROY, without which a tree leaks.
+    try {
+        if (CTreeCtrl::OnCreate(lpCreateStruct) != -1 && m_pCombo != nullptr) {
+            m_tip.Watch(*this);
+            CComboPopupText::Instance().BelongTo(*this);
+            if (!HasCheckBoxes() || LoadCheckImages())
+                return 0;
+        }
+    } catch (...) {
+        DestroyWindow();
+        throw;
     }
-    DestroyWindow(); // a window whose creation fails need not see WM_DESTROY, without which a tree leaks
+    DestroyWindow();
     return -1;
 }
 
