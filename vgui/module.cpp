@@ -54,6 +54,18 @@ public:
 CGuiApp s_app;
 AFX_EXTENSION_MODULE s_extension{};
 
+// Links the library into the current module state's chain. FALSE when there is no memory for the link.
+BOOL Link()
+{
+    try {
+        new CDynLinkLibrary(s_extension); // the chain's
+        return TRUE;
+    } catch (CMemoryException* e) {
+        e->Delete();
+        return FALSE;
+    }
+}
+
 BOOL AttachToProcess(HINSTANCE instance)
 {
     const HostEntry host;
@@ -66,11 +78,7 @@ BOOL AttachToProcess(HINSTANCE instance)
     if (!AfxInitExtensionModule(s_extension, instance))
         return FALSE;
     // Without the link the host does not find the library's resources, but all else works.
-    try {
-        new CDynLinkLibrary(s_extension);
-    } catch (CMemoryException* e) {
-        e->Delete();
-    }
+    Link();
     return TRUE;
 }
 
@@ -95,8 +103,7 @@ BOOL InitVguiDLL()
         if (link->m_hModule == s_extension.hModule)
             return TRUE;
     }
-    new CDynLinkLibrary(s_extension);
-    return TRUE;
+    return Link();
 }
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)

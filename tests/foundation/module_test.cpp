@@ -1,4 +1,5 @@
 // The library as a module of this process: the host stays itself, and finds the library's resources.
+#include "tests/support/refusals.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/module.h"
 #include "vgui/res/resource.h"
@@ -49,4 +50,18 @@ TEST(Module, ARegularDllLinksTheLibraryIntoItsOwnChainOnce)
     EXPECT_EQ(libraries(), 1);
     EXPECT_EQ(AfxFindResourceHandle(MAKEINTRESOURCE(IDB_HELP_GLYPH), RT_BITMAP),
               ::GetModuleHandle(_T("vgui.dll")));
+}
+
+TEST(Module, ALinkWithoutMemoryIsRefused)
+{
+    AFX_MODULE_STATE regularDll(TRUE);
+    AFX_MANAGE_STATE(&regularDll);
+    const auto link = [] {
+        BOOL linked = FALSE;
+        EXPECT_NO_THROW(linked = InitVguiDLL());
+        const CDynLinkLibrary* const made = AfxGetModuleState()->m_libraryList;
+        EXPECT_EQ(linked != FALSE, made != nullptr);
+        delete made;
+    };
+    support::ExpectRefusalsSurvived(support::Refused::Memory, {{"link", link}});
 }
