@@ -1,16 +1,12 @@
 #include "vgui/controls/bmp_static.h"
 
-#include "tests/support/census.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
 #include "vgui/imaging/dib.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 // GDI+'s headers count on the names that NOMINMAX takes away.
 using std::max;
 using std::min;
@@ -31,7 +27,7 @@ constexpr COLORREF kRight = RGB(0, 0, 200);
 const CSize kPicture(20, 10);
 const CRect kPlace(10, 10, 74, 74); // 60 x 60 inside the fence
 
-class BmpStatic : public CensusTest
+class BmpStatic : public HostTest
 {
 protected:
     void SetUp() override
@@ -88,7 +84,6 @@ protected:
     }
 
     std::vector<CString> files;
-    HostWnd host;
     VBmpStatic picture;
     CDib dib;
     const COLORREF background = ::GetSysColor(COLOR_BTNFACE);

@@ -15,7 +15,7 @@ constexpr int kRadios = 4;
 
 // A host with two groups: library, standard, (a push button,) library, standard; then one library radio
 // button, and a check box of each kind.
-class ButtonExchange : public CensusTest
+class ButtonExchange : public HostTest
 {
 protected:
     void SetUp() override
@@ -63,7 +63,6 @@ protected:
     }
     [[nodiscard]] HWND Item(UINT id) const { return ::GetDlgItem(host.m_hWnd, static_cast<int>(id)); }
 
-    HostWnd host;
     std::array<VRadioBtn, 3> library;
     VCheckBox box;
     int added = 0;

@@ -1,17 +1,12 @@
 // What the tests of the buttons share: a host with standard buttons to subclass, and items to draw.
 #pragma once
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/foundation/opened_links.h"
+#include "tests/support/host_test.h"
 #include "vgui/controls/buttons.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
-#include "vgui/foundation/window_helpers.h"
 
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -97,51 +92,14 @@ inline CRect InkBox(const support::DibSurface& drawn, COLORREF ink)
     return box;
 }
 
-// Notes what would be opened, for as long as it lives; nothing is opened.
-class OpenedLinks
-{
-public:
-    struct Request {
-        std::wstring verb;
-        std::wstring file;
-        int show;
-        ULONG mask;
-    };
-
-    OpenedLinks()
-    {
-        Requests().clear();
-        m_previous = VGSetShellOpener(&Note);
-    }
-    ~OpenedLinks() { VGSetShellOpener(m_previous); }
-    OpenedLinks(const OpenedLinks&) = delete;
-    OpenedLinks& operator=(const OpenedLinks&) = delete;
-
-    static std::vector<Request>& Requests()
-    {
-        static std::vector<Request> requests;
-        return requests;
-    }
-
-private:
-    static BOOL WINAPI Note(SHELLEXECUTEINFOW* request)
-    {
-        Requests().push_back({request->lpVerb != nullptr ? request->lpVerb : L"", request->lpFile,
-                              request->nShow, request->fMask});
-        return TRUE;
-    }
-
-    VGShellOpener m_previous;
-};
-
 // A host window with one button of the class, which has subclassed a standard one.
 template <class Button>
-class ButtonTest : public support::CensusTest
+class ButtonTest : public support::HostTest
 {
 protected:
     void Open(DWORD type = BS_PUSHBUTTON, LPCWSTR text = L"button")
     {
-        if (host.m_hWnd == nullptr) {
+        if (this->host.m_hWnd == nullptr) {
             ASSERT_TRUE(host.Open({300, 200}, WS_POPUP));
         }
         ASSERT_TRUE(button.SubclassWindow(MakeStandard(host, type | WS_TABSTOP, kButtonId, text)));
@@ -157,6 +115,5 @@ protected:
         return reached;
     }
 
-    support::HostWnd host;
     Opened<Button> button;
 };

@@ -35,7 +35,7 @@ public:
     using VUrlEmailBtn::underlineFont;
 };
 
-class Buttons : public CensusTest
+class Buttons : public HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open({300, 200}, WS_POPUP)); }
@@ -45,9 +45,6 @@ protected:
         ASSERT_TRUE(button.SubclassWindow(MakeStandard(host, type, id, text, place)));
         button.UpdateWindow();
     }
-    void MoveAside() const { MoveTo(ClientToScreen(host.m_hWnd, {250, 150})); }
-
-    HostWnd host;
 };
 
 int g_trackings = 0;
@@ -109,10 +106,8 @@ TEST_F(Buttons, PushButtonHasItsFramesAndGradient)
 
         const int inset = VGM.Btn.nCornerSize / 2;
         DibSurface model(100, 30);
-        COLORREF from = VGM.Btn.clrFrom;
-        COLORREF to = VGM.Btn.clrTo;
-        from = VGFadeColor(from, 0, 0, blue);
-        to = VGFadeColor(to, 0, 0, blue);
+        const COLORREF from = VGFadeColor(VGM.Btn.clrFrom, 0, 0, blue);
+        const COLORREF to = VGFadeColor(VGM.Btn.clrTo, 0, 0, blue);
         const CRect area(inset, inset - 1, 100 - inset, 30 - inset);
         VGGradientFillRect(&model.DC(), area, from, to, 0);
         EXPECT_TRUE(AreasEqual(drawn, area, model, area.TopLeft())) << state << hovered;

@@ -1,10 +1,6 @@
 #include "vgui/controls/date_time_ctrl.h"
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/gui_manager.h"
 
@@ -28,7 +24,7 @@ public:
     using VComboBox::m_rcFace;
 };
 
-class DateTimeCtrl : public CensusTest
+class DateTimeCtrl : public HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open()); }
@@ -44,14 +40,17 @@ protected:
         date.SetTime(&kMoment);
         PumpMessages();
     }
+    static CRect ButtonStrip(const DibSurface& shown)
+    {
+        return {shown.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2, 0, shown.Width(), shown.Height()};
+    }
     void ExpectComboLook()
     {
         PumpMessages();
         const DibSurface mine = CaptureWindow(date.m_hWnd);
         const DibSurface other = CaptureWindow(combo.m_hWnd);
         ASSERT_EQ(mine.Bounds(), other.Bounds());
-        const CRect button(mine.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2, 0, mine.Width(),
-                           mine.Height());
+        const CRect button = ButtonStrip(mine);
         EXPECT_TRUE(AreasEqual(mine, button, other, button.TopLeft()));
         const CRect left(0, 0, 2, mine.Height());
         EXPECT_TRUE(AreasEqual(mine, left, other, left.TopLeft()));
@@ -65,7 +64,6 @@ protected:
     }
 
     const CTime kMoment{2024, 5, 17, 8, 30, 0};
-    HostWnd host;
     OpenDateTimeCtrl date;
     OpenComboBox combo;
 };
@@ -93,12 +91,11 @@ TEST_F(DateTimeCtrl, ButtonTurnsUnderTheMouse)
     EXPECT_TRUE(PumpUntil([&] { return !date.m_bHover; }));
     PumpMessages();
     const DibSurface hotCombo = CaptureWindow(combo.m_hWnd);
-    const CRect button(hot.Width() - ::GetSystemMetrics(SM_CXVSCROLL) - 2, 0, hot.Width(), hot.Height());
+    const CRect button = ButtonStrip(hot);
     EXPECT_TRUE(AreasEqual(hot, button, hotCombo, button.TopLeft()));
-    MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+    MoveAside();
     EXPECT_TRUE(PumpUntil([&] {
-        CRect face = combo.m_rcFace;
-        return ClientPixel(combo.m_hWnd, face.TopLeft() + CSize(1, 1)) == VGM.Combo.clrBtnFrom;
+        return ClientPixel(combo.m_hWnd, combo.m_rcFace.TopLeft() + CSize(1, 1)) == VGM.Combo.clrBtnFrom;
     }));
     ExpectComboLook();
 }

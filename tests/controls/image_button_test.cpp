@@ -210,7 +210,7 @@ TEST_F(ImageButton, MenuDropsBelowAndTheButtonStaysPressed)
         Open();
         ASSERT_EQ(button.SetMenu(kTestMenu, ownOwner ? host.m_hWnd : nullptr, TRUE), StResultOk);
         {
-            const MenuAnswer answer([&](HWND popup, HMENU, const MenuAnswer::Feed& feed) {
+            const MenuAnswer answer([&](HWND popup, const MenuAnswer::Feed& feed) {
                 button.UpdateWindow();
                 EXPECT_TRUE(button.menuShown);
                 EXPECT_TRUE(button.pressed);
@@ -241,7 +241,7 @@ TEST_F(ImageButton, MenuSurvivesTheButtonsEnd)
     ASSERT_TRUE(doomed->SubclassWindow(MakeStandard(host, BS_PUSHBUTTON)));
     const HWND window = doomed->m_hWnd;
     doomed->SetMenu(kTestMenu, host.m_hWnd, FALSE);
-    const MenuAnswer answer([&](HWND, HMENU, const MenuAnswer::Feed& feed) {
+    const MenuAnswer answer([&](HWND, const MenuAnswer::Feed& feed) {
         ::DestroyWindow(window);
         feed({KeyInput(VK_ESCAPE, true), KeyInput(VK_ESCAPE, false)});
     });
@@ -404,11 +404,7 @@ TEST_F(ImageButton, DialogManagerCanMakeItTheDefault)
 TEST_F(ImageButton, ShowsItsTooltip)
 {
     Open();
-    const auto text = [&] {
-        CString shown;
-        button.toolTip.GetText(shown, &button);
-        return shown;
-    };
+    const auto text = [&] { return TipText(button.toolTip, &button); };
     const auto visible = [&] { return button.toolTip.IsWindowVisible() != FALSE; };
     EXPECT_EQ(button.toolTip.GetMaxTipWidth(), 400);
     button.ActivateTooltip(TRUE);

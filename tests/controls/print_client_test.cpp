@@ -1,8 +1,5 @@
 // WM_PRINTCLIENT gives the picture that the window shows.
-#include "tests/support/census.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/controls/date_time_ctrl.h"
 #include "vgui/controls/progress_ctrl.h"
 #include "vgui/controls/spin_button_ctrl.h"
@@ -17,7 +14,7 @@ namespace
 const CRect kPlace(20, 20, 140, 60);
 constexpr UINT kId = 1000;
 
-class PrintClient : public CensusTest
+class PrintClient : public HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open({300, 200})); }
@@ -47,8 +44,6 @@ protected:
             prepare(control);
         ExpectAsShown(control);
     }
-
-    HostWnd host;
 };
 
 } // namespace

@@ -1,9 +1,6 @@
 #include "vgui/controls/progress_ctrl.h"
 
-#include "tests/support/census.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
@@ -25,7 +22,7 @@ public:
     using VProgressCtrl::m_nMarqueeOffset;
 };
 
-class ProgressCtrl : public CensusTest
+class ProgressCtrl : public HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open()); }
@@ -45,7 +42,6 @@ protected:
         return CaptureClient(bar.m_hWnd);
     }
 
-    HostWnd host;
     OpenProgressCtrl bar;
 };
 

@@ -54,7 +54,7 @@ public:
     [[nodiscard]] bool IsHot() const { return m_nHot != Part::None; }
 };
 
-class ReopenedControls : public CensusTest
+class ReopenedControls : public HostTest
 {
 protected:
     void SetUp() override
@@ -62,7 +62,6 @@ protected:
         ASSERT_TRUE(host.Open({300, 200}));
         MoveAside();
     }
-    void MoveAside() const { MoveTo(ClientToScreen(host.m_hWnd, {250, 150})); }
 
     void Open(CWnd& control, LPCWSTR windowClass, DWORD style) const
     {
@@ -91,8 +90,6 @@ protected:
         MoveAside();
         EXPECT_TRUE(PumpUntil([&] { return !control.IsHot(); }));
     }
-
-    HostWnd host;
 };
 
 } // namespace

@@ -1,10 +1,6 @@
 #include "vgui/controls/spin_button_ctrl.h"
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
@@ -24,7 +20,7 @@ public:
     using VSpinButtonCtrl::m_nPressed;
 };
 
-class SpinButtonCtrl : public CensusTest
+class SpinButtonCtrl : public HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open()); }
@@ -63,7 +59,6 @@ protected:
         ExpectFace(part, VGM.Combo.clrBtnBorder, VGM.Combo.clrBtnFrom, VGM.Combo.clrBtnTo);
     }
 
-    HostWnd host;
     OpenSpinButtonCtrl spin;
 };
 
@@ -110,7 +105,7 @@ TEST_F(SpinButtonCtrl, ArrowsCountAndShowTheirState)
         EXPECT_LT((spin.GetPos32() - before - up) * up, 0) << "both arrows count the same way";
         EXPECT_GT(host.CountNotify(7, UDN_DELTAPOS), 1);
 
-        MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+        MoveAside();
         EXPECT_TRUE(PumpUntil([&] { return spin.m_nHot == Part::None; }));
         ExpectRest(Part::Up);
         spin.DestroyWindow();

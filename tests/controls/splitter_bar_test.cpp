@@ -1,14 +1,9 @@
 #include "vgui/controls/splitter_bar.h"
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 
 #include <climits>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -46,7 +41,7 @@ struct Meddler : CStatic {
 };
 
 // A host of 300 by 200 with two panes that leave 6 pixels for the bar.
-class SplitterBar : public CensusTest
+class SplitterBar : public HostTest
 {
 protected:
     void Open(BOOL horizontal, DWORD color = kBarColor, DWORD hostStyle = WS_POPUP)
@@ -62,24 +57,22 @@ protected:
         PumpMessages();
     }
 
-    [[nodiscard]] CRect Place(const CWnd& window) const
+    void Close()
     {
-        CRect rect;
-        window.GetWindowRect(rect);
-        host.ScreenToClient(rect);
-        return rect;
+        bar.reset();
+        pane1.DestroyWindow();
+        pane2.DestroyWindow();
+        host.DestroyWindow();
     }
     [[nodiscard]] CPoint OnScreen(CPoint client) const { return ClientToScreen(host.m_hWnd, client); }
 
     // The leading edge jumps to the mouse, so the press is made on it.
     void DragTo(CPoint client)
     {
-        const CPoint from = Place(*bar).TopLeft() + CSize(0, 0);
-        Drag({OnScreen(from), OnScreen(client + CSize(3, 3)), OnScreen(client)});
+        Drag({OnScreen(PlaceOf(*bar).TopLeft()), OnScreen(client + CSize(3, 3)), OnScreen(client)});
         PumpMessages();
     }
 
-    HostWnd host;
     CStatic pane1;
     CStatic pane2;
     std::unique_ptr<OpenBar> bar;
@@ -90,7 +83,7 @@ protected:
 TEST_F(SplitterBar, FitsBetweenItsPanes)
 {
     Open(FALSE);
-    EXPECT_EQ(Place(*bar), CRect(140, 10, 146, 190));
+    EXPECT_EQ(PlaceOf(*bar), CRect(140, 10, 146, 190));
     EXPECT_EQ(bar->mostLow, 10);
     EXPECT_EQ(bar->mostHigh, 284);
 
@@ -98,37 +91,52 @@ TEST_F(SplitterBar, FitsBetweenItsPanes)
     pane1.MoveWindow(10, 50, 100, 140);
     pane2.MoveWindow(120, 20, 170, 10);
     bar->SetPanes(&pane1, &pane2);
-    EXPECT_EQ(Place(*bar), CRect(110, 20, 120, 50));
+    EXPECT_EQ(PlaceOf(*bar), CRect(110, 20, 120, 50));
 }
 
 TEST_F(SplitterBar, DragMovesBarAndPanesAndTellsTheParent)
 {
-    Open(FALSE);
-    DragTo({110, 10});
-    EXPECT_EQ(Place(*bar), CRect(110, 10, 116, 190));
-    EXPECT_EQ(Place(pane1), CRect(10, 10, 110, 190));
-    EXPECT_EQ(Place(pane2), CRect(116, 10, 290, 190));
-    const RecordedMessages told = host.Messages(kMovedHorizontal);
-    ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(told[0].wParam, kBarId);
-    EXPECT_EQ(LOWORD(told[0].lParam), 0xFFE2);
-    EXPECT_EQ(HIWORD(told[0].lParam), 0);
-    EXPECT_TRUE(host.Messages(kMovedVertical).empty());
-    EXPECT_EQ(::GetCapture(), nullptr);
-}
-
-TEST_F(SplitterBar, HorizontalBarMovesUpAndDown)
-{
-    Open(TRUE);
-    ASSERT_EQ(Place(*bar), CRect(10, 90, 290, 96));
-    DragTo({10, 60});
-    EXPECT_EQ(Place(*bar), CRect(10, 60, 290, 66));
-    EXPECT_EQ(Place(pane1), CRect(10, 10, 290, 60));
-    EXPECT_EQ(Place(pane2), CRect(10, 66, 290, 190));
-    const RecordedMessages told = host.Messages(kMovedVertical);
-    ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(static_cast<short>(LOWORD(told[0].lParam)), 0);
-    EXPECT_EQ(static_cast<short>(HIWORD(told[0].lParam)), -30);
+    const struct {
+        BOOL horizontal;
+        CPoint to;
+        CRect bar, pane1, pane2;
+        UINT told, other;
+        CPoint distance;
+    } cases[] = {
+        {FALSE,
+         {110, 10},
+         {110, 10, 116, 190},
+         {10, 10, 110, 190},
+         {116, 10, 290, 190},
+         kMovedHorizontal,
+         kMovedVertical,
+         {-30, 0}},
+        {TRUE,
+         {10, 60},
+         {10, 60, 290, 66},
+         {10, 10, 290, 60},
+         {10, 66, 290, 190},
+         kMovedVertical,
+         kMovedHorizontal,
+         {0, -30}},
+    };
+    for (const auto& c : cases) {
+        Open(c.horizontal);
+        host.Clear();
+        DragTo(c.to);
+        EXPECT_EQ(PlaceOf(*bar), c.bar);
+        EXPECT_EQ(PlaceOf(pane1), c.pane1);
+        EXPECT_EQ(PlaceOf(pane2), c.pane2);
+        const RecordedMessages told = host.Messages(c.told);
+        ASSERT_EQ(told.size(), 1u);
+        EXPECT_EQ(told[0].wParam, kBarId);
+        EXPECT_EQ(
+            CPoint(static_cast<short>(LOWORD(told[0].lParam)), static_cast<short>(HIWORD(told[0].lParam))),
+            c.distance);
+        EXPECT_TRUE(host.Messages(c.other).empty());
+        EXPECT_EQ(::GetCapture(), nullptr);
+        Close();
+    }
 }
 
 TEST_F(SplitterBar, LimitsHoldAndTheUpperOneWinsWhenTheyCross)
@@ -140,14 +148,14 @@ TEST_F(SplitterBar, LimitsHoldAndTheUpperOneWinsWhenTheyCross)
 
     bar->SetPanesMiniSize(40, 50);
     DragTo({2, 10});
-    EXPECT_EQ(Place(*bar).left, 50);
+    EXPECT_EQ(PlaceOf(*bar).left, 50);
     DragTo({295, 10});
-    EXPECT_EQ(Place(*bar).left, 234);
+    EXPECT_EQ(PlaceOf(*bar).left, 234);
     bar->SetPanesMiniSize(200, 200);
     DragTo({150, 10});
     EXPECT_EQ(bar->mostLow, 210);
     EXPECT_EQ(bar->mostHigh, 84);
-    EXPECT_EQ(Place(*bar).left, 84);
+    EXPECT_EQ(PlaceOf(*bar).left, 84);
     bar->SetPanesMiniSize(INT_MAX, INT_MAX);
     bar->SetPanes(&pane1, &pane2);
     EXPECT_LT(bar->mostHigh, 0);
@@ -160,9 +168,9 @@ TEST_F(SplitterBar, OutDriveModeLeavesThePanesAndTheLimitsAlone)
     bar->SetOutDriveMode(TRUE);
     bar->SetPanesMiniSize(100, 100);
     DragTo({4, 10});
-    EXPECT_EQ(Place(*bar).left, 4);
-    EXPECT_EQ(Place(pane1), CRect(10, 10, 140, 190));
-    EXPECT_EQ(Place(pane2), CRect(146, 10, 290, 190));
+    EXPECT_EQ(PlaceOf(*bar).left, 4);
+    EXPECT_EQ(PlaceOf(pane1), CRect(10, 10, 140, 190));
+    EXPECT_EQ(PlaceOf(pane2), CRect(146, 10, 290, 190));
     const RecordedMessages told = host.Messages(kMovedHorizontal);
     ASSERT_EQ(told.size(), 1u);
     EXPECT_EQ(static_cast<short>(LOWORD(told[0].lParam)), 4 - 140);
@@ -194,7 +202,7 @@ TEST_F(SplitterBar, DragPictureFollowsTheMouseAndGoesWithTheCapture)
     EXPECT_FALSE(bar->dragging);
     ExpectPixels(CaptureClient(host.m_hWnd), [&](int x, int y) { return before.Pixel(x, y); });
     Release();
-    EXPECT_EQ(Place(*bar).left, 140);
+    EXPECT_EQ(PlaceOf(*bar).left, 140);
     EXPECT_TRUE(host.Messages(kMovedHorizontal).empty());
 }
 
@@ -209,7 +217,7 @@ TEST_F(SplitterBar, ReleaseWithoutAMoveBeforeItLeavesNoPicture)
     PumpMessages();
     const DibSurface after = CaptureClient(host.m_hWnd);
     EXPECT_TRUE(AreasEqual(after, CRect(146, 10, 228, 190), before, CPoint(146, 10)));
-    EXPECT_EQ(Place(*bar).left, 230);
+    EXPECT_EQ(PlaceOf(*bar).left, 230);
 }
 
 TEST_F(SplitterBar, PaintsALineInTheMiddleOrNothing)
@@ -236,7 +244,7 @@ TEST_F(SplitterBar, ColourZeroPaintsNothingAndStillDrags)
     bar->UpdateWindow();
     EXPECT_EQ(CaptureClient(bar->m_hWnd).Count(RGB(1, 2, 3)), 6 * 180);
     DragTo({100, 10});
-    EXPECT_EQ(Place(*bar).left, 100);
+    EXPECT_EQ(PlaceOf(*bar).left, 100);
 }
 
 TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
@@ -248,10 +256,7 @@ TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
         ASSERT_NE(::FindResource(module, name, RT_GROUP_CURSOR), nullptr);
         MoveTo(CenterOf(bar->m_hWnd));
         EXPECT_EQ(::GetCursor(), ::LoadCursor(module, name));
-        bar.reset();
-        pane1.DestroyWindow();
-        pane2.DestroyWindow();
-        host.DestroyWindow();
+        Close();
     }
 }
 
@@ -261,14 +266,14 @@ TEST_F(SplitterBar, BothPanesAreMeasuredBeforeEitherIsMoved)
 {
     Open(FALSE);
     Meddler first;
-    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, Place(pane1), &host));
+    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, PlaceOf(pane1), &host));
     bar->SetPanes(&first, &pane2);
     const auto moveBar = [&](int left) { bar->MoveWindow(left, 10, 6, 180); };
     moveBar(100);
     first.onMoved = [&] { pane2.MoveWindow(146, 100, 50, 20); };
     bar->MovePanes();
-    EXPECT_EQ(Place(first), CRect(10, 10, 100, 190));
-    EXPECT_EQ(Place(pane2), CRect(106, 10, 290, 190));
+    EXPECT_EQ(PlaceOf(first), CRect(10, 10, 100, 190));
+    EXPECT_EQ(PlaceOf(pane2), CRect(106, 10, 290, 190));
 
     PumpMessages();
     host.UpdateWindow();
@@ -277,12 +282,12 @@ TEST_F(SplitterBar, BothPanesAreMeasuredBeforeEitherIsMoved)
     bar->MovePanes();
     PumpMessages();
     EXPECT_LE(spy.Count(WM_PAINT), 1);
-    EXPECT_EQ(Place(pane2).left, 126);
+    EXPECT_EQ(PlaceOf(pane2).left, 126);
 
     moveBar(90);
     first.onMoved = [&] { pane2.DestroyWindow(); };
     bar->MovePanes();
-    EXPECT_EQ(Place(first).right, 90);
+    EXPECT_EQ(PlaceOf(first).right, 90);
 }
 
 TEST_F(SplitterBar, SurvivesWhatTheParentDoesWhenTold)
@@ -295,7 +300,7 @@ TEST_F(SplitterBar, SurvivesWhatTheParentDoesWhenTold)
     });
     DragTo({100, 10});
     EXPECT_EQ(bar, nullptr);
-    EXPECT_EQ(Place(pane2).left, 106);
+    EXPECT_EQ(PlaceOf(pane2).left, 106);
     host.SetAnswer({});
 }
 
@@ -303,12 +308,12 @@ TEST_F(SplitterBar, APaneMayDestroyTheBarWhenItIsMoved)
 {
     Open(FALSE);
     Meddler first;
-    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, Place(pane1), &host));
+    ASSERT_TRUE(first.Create(_T(""), WS_CHILD | WS_VISIBLE, PlaceOf(pane1), &host));
     bar->SetPanes(&first, &pane2);
     first.onMoved = [&] { bar.reset(); };
     DragTo({100, 10});
     EXPECT_EQ(bar, nullptr);
-    EXPECT_EQ(Place(pane2).left, 106);
+    EXPECT_EQ(PlaceOf(pane2).left, 106);
     const RecordedMessages told = host.Messages(kMovedHorizontal);
     ASSERT_EQ(told.size(), 1u);
     EXPECT_EQ(told[0].wParam, kBarId);
@@ -339,6 +344,6 @@ TEST_F(SplitterBar, WorksWithoutPanesParentOrWindow)
     Open(FALSE);
     pane2.DestroyWindow();
     DragTo({400, 10});
-    EXPECT_EQ(Place(*bar).left, 294);
-    EXPECT_EQ(Place(pane1), CRect(10, 10, 294, 190));
+    EXPECT_EQ(PlaceOf(*bar).left, 294);
+    EXPECT_EQ(PlaceOf(pane1), CRect(10, 10, 294, 190));
 }

@@ -1,6 +1,6 @@
 #include "tests/controls/themed_fixture.h"
+#include "tests/support/modal.h"
 
-#include <random>
 #include <vector>
 
 using namespace support;
@@ -19,13 +19,6 @@ std::vector<CString> Items(const CComboBox& combo)
     for (int i = 0; i < combo.GetCount(); ++i)
         combo.GetLBText(i, items[i]);
     return items;
-}
-
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
 }
 
 } // namespace
@@ -79,38 +72,6 @@ TEST_F(ThemedComboBox, HistoryIsSaved)
     EXPECT_EQ(combo.SaveHistory(), L"typed|a;;b");
 }
 
-TEST_F(ThemedComboBox, HistorySurvivesARoundTrip)
-{
-    VComboBox combo;
-    CreateCombo(combo, CBS_DROPDOWNLIST);
-    std::mt19937 random(20240517);
-    const auto upTo = [&](int limit) { return std::uniform_int_distribution<int>(0, limit)(random); };
-    for (int round = 0; round < 60; ++round) {
-        combo.ResetContent();
-        std::vector<CString> items(upTo(12));
-        for (size_t i = 0; i < items.size(); ++i) {
-            items[i].Format(L"%c%d", wchar_t(L'甲' + upTo(40)), static_cast<int>(i) + 10); // no one's prefix
-            for (int extra = upTo(30); extra > 0; --extra)
-                items[i] += L"a |%&\t"[upTo(5)];
-            combo.AddString(items[i]);
-        }
-        const int selected = items.empty() ? -1 : upTo(static_cast<int>(items.size()) - 1);
-        combo.SetCurSel(selected);
-        CString history = combo.SaveHistory();
-        CString current;
-        if (selected >= 0)
-            combo.GetLBText(selected, current);
-        const bool textIsWhole = current.Find(L'|') < 0;
-        combo.ResetContent();
-        if (!textIsWhole)
-            continue; // such a text ends at its own bar
-        ASSERT_TRUE(combo.LoadHistory(history));
-        ASSERT_EQ(Items(combo), items) << history.GetString();
-        ASSERT_EQ(combo.GetCurSel(), selected) << history.GetString();
-        ASSERT_EQ(combo.SaveHistory(), history);
-    }
-}
-
 TEST_F(ThemedComboBox, SetWindowTextExSelectsOrAdds)
 {
     VComboBox combo;
@@ -126,7 +87,7 @@ TEST_F(ThemedComboBox, SetWindowTextExSelectsOrAdds)
         EXPECT_EQ(combo.SetWindowTextEx(c.text, c.selectFirst), c.result);
         EXPECT_EQ(combo.GetCount(), c.count);
     }
-    EXPECT_EQ(TextOf(combo), L"abc");
+    EXPECT_EQ(WindowText(combo.m_hWnd), L"abc");
 }
 
 TEST_F(ThemedComboBox, FaceIsDrawnAndTurnsUnderTheMouse)
@@ -143,7 +104,7 @@ TEST_F(ThemedComboBox, FaceIsDrawnAndTurnsUnderTheMouse)
         EXPECT_EQ(combo.m_bHover, 0);
         ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
         MoveTo(button);
-        MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+        MoveAside();
         EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
         combo.EnableWindow(FALSE);
         ExpectDisabledFrame(combo, ::GetSysColor(COLOR_BTNFACE));
@@ -166,7 +127,7 @@ TEST_F(ThemedComboBox, DropsDownByMouseAndKeys)
     Key(VK_RETURN);
     EXPECT_FALSE(combo.GetDroppedState());
     EXPECT_EQ(combo.GetCurSel(), 1);
-    MoveTo(ClientToScreen(host.m_hWnd, {5, 5}));
+    MoveAside();
     EXPECT_TRUE(PumpUntil([&] { return combo.m_bHover == 0; }));
     ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
 }
@@ -182,9 +143,7 @@ TEST_F(ThemedComboBox, KeepsATipOfItsOwn)
     combo.SetTooltipText(L"second", TRUE);
     combo.SetTooltipText(0x7FFF, TRUE); // no such string
     EXPECT_EQ(combo.m_toolTip.GetToolCount(), 1);
-    CString text;
-    combo.m_toolTip.GetText(text, &combo);
-    EXPECT_EQ(text, L"second");
+    EXPECT_EQ(TipText(combo.m_toolTip, &combo), L"second");
     MoveTo(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
     EXPECT_TRUE(PumpUntil([&] { return combo.m_toolTip.IsWindowVisible() != FALSE; }));
     combo.ActivateTooltip(FALSE);

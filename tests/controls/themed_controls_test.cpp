@@ -157,10 +157,7 @@ TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
     t.Item(L"STATIC", L"", kId, 10, 10, 80, 80, 0);
     ASSERT_TRUE(dlg.Open(t));
     OpenListBox list;
-    CRect place;
-    dlg.GetDlgItem(kId)->GetWindowRect(place);
-    dlg.ScreenToClient(place);
-    ASSERT_TRUE(list.Create(kChild | LBS_NOINTEGRALHEIGHT, place, &dlg, kId + 10));
+    ASSERT_TRUE(list.Create(kChild | LBS_NOINTEGRALHEIGHT, PlaceOf(*dlg.GetDlgItem(kId)), &dlg, kId + 10));
     for (const LPCWSTR text : {L"直线", L"arc", L"text"})
         list.AddItem(text, 0);
     EXPECT_EQ(list.EnableTips(), 1);
@@ -169,11 +166,7 @@ TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
     EXPECT_EQ(list.m_pToolTip, &tip);
     EXPECT_EQ(tip.GetToolCount(), 2);
 
-    const auto tipText = [&] {
-        CString text;
-        tip.GetText(text, &list);
-        return text;
-    };
+    const auto tipText = [&] { return TipText(tip, &list); };
     const auto hoverItem = [&](int item) {
         CRect rect;
         list.GetItemRect(item, rect);
@@ -247,9 +240,7 @@ TEST_F(ThemedControls, DialogReplacesItsControlsAndMarksTheTippedCombo)
     ExpectComboFace(combo, false, VGM.Combo.clrGlyph);
     combo.SetTooltipText(L"former", TRUE);
     combo.SetTooltipText(L"tip", TRUE);
-    CString text;
-    dlg.GetToolTipCtrl().GetText(text, &combo);
-    EXPECT_EQ(text, L"tip");
+    EXPECT_EQ(TipText(dlg.GetToolTipCtrl(), &combo), L"tip");
     ExpectComboFace(combo, false, RGB(255, 0, 0));
     combo.EnableWindow(FALSE);
     ExpectDisabledFrame(combo, dlg.GetBkClr());

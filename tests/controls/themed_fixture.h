@@ -2,10 +2,7 @@
 #pragma once
 
 #include "tests/controls/skinned_host.h"
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/controls/themed_controls.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
@@ -27,7 +24,7 @@ public:
     using VComboBox::m_toolTip;
 };
 
-class Fixture : public support::CensusTest
+class Fixture : public support::HostTest
 {
 protected:
     void SetUp() override { ASSERT_TRUE(host.Open()); }
@@ -43,8 +40,6 @@ protected:
         ASSERT_TRUE(combo.Create(kChild | WS_VSCROLL | CBS_AUTOHSCROLL | style, kPlace, &host, kId));
         support::PumpMessages();
     }
-
-    support::HostWnd host;
 };
 
 // The colour of a pixel in the outer two rings of a frame; those further in may have any.

@@ -1,10 +1,7 @@
 #include "vgui/controls/tool_bar.h"
 
 #include "tests/controls/skinned_host.h"
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
@@ -24,22 +21,14 @@ constexpr UINT kOff = 703;
 constexpr COLORREF kImageColor = RGB(0, 128, 64);
 const CRect kPlace(10, 10, 310, 50);
 
-class ToolBar : public CensusTest
+class ToolBar : public HostTest
 {
 protected:
     void SetUp() override
     {
         ASSERT_TRUE(host.Open());
         ASSERT_TRUE(images.Create(16, 16, ILC_COLOR24 | ILC_MASK, 1, 1));
-        CClientDC screen(&host);
-        CBitmap picture;
-        ASSERT_TRUE(picture.CreateCompatibleBitmap(&screen, 16, 16));
-        CDC dc;
-        dc.CreateCompatibleDC(&screen);
-        CBitmap* const old = dc.SelectObject(&picture);
-        dc.FillSolidRect(0, 0, 16, 16, kImageColor);
-        dc.SelectObject(old);
-        images.Add(&picture, RGB(255, 0, 255));
+        AddSquare(images, 16, kImageColor);
     }
     void Create(DWORD style = 0)
     {
@@ -63,13 +52,13 @@ protected:
     {
         return ClientToScreen(bar.m_hWnd, RectOf(command).CenterPoint());
     }
+    [[nodiscard]] CString TipOf(UINT command) { return TipText(*bar.GetToolTips(), &bar, command); }
     [[nodiscard]] int Ink(UINT command, COLORREF color) const
     {
         PumpMessages();
         return CaptureClient(bar.m_hWnd).Count(color, RectOf(command));
     }
 
-    HostWnd host;
     CImageList images;
     VToolBar bar;
 };
@@ -82,17 +71,14 @@ TEST_F(ToolBar, TakesThePlaceOfADialogControl)
     DialogTemplate t(L"tools", 200, 100);
     t.Edit(1, 10, 60, 60, 12).Static(kBarId, L"", 10, 10, 150, 20).Edit(2, 80, 60, 60, 12);
     ASSERT_TRUE(dlg.Open(t));
-    CRect place;
-    dlg.GetDlgItem(kBarId)->GetWindowRect(place);
+    const CRect place = PlaceOf(*dlg.GetDlgItem(kBarId));
     EXPECT_FALSE(bar.DlgCreate(&dlg, 4711u));
     EXPECT_FALSE(bar.DlgCreate(nullptr, kBarId));
     EXPECT_FALSE(bar.DlgCreate(nullptr, kPlace, kBarId));
     EXPECT_TRUE(bar.DlgCreate(&dlg, kBarId));
     EXPECT_FALSE(bar.DlgCreate(&dlg, kPlace, kBarId));
     EXPECT_EQ(dlg.GetDlgItem(kBarId), &bar);
-    CRect now;
-    bar.GetWindowRect(now);
-    EXPECT_EQ(now, place);
+    EXPECT_EQ(PlaceOf(bar), place);
     EXPECT_EQ(::GetWindow(bar.m_hWnd, GW_HWNDPREV), dlg.GetDlgItem(1)->m_hWnd);
     EXPECT_EQ(::GetWindow(bar.m_hWnd, GW_HWNDNEXT), dlg.GetDlgItem(2)->m_hWnd);
 }
@@ -156,7 +142,7 @@ TEST_F(ToolBar, StatesAreDrawn)
         Release();
         MoveTo(MiddleOf(kOff));
         EXPECT_EQ(Ink(kOff, VGM.Common.clrHot), 0);
-        MoveTo(ClientToScreen(host.m_hWnd, {5, 200}));
+        MoveAside();
         EXPECT_TRUE(PumpUntil([&] { return bar.GetHotItem() < 0; }));
         EXPECT_EQ(Ink(kFirst, VGM.Common.clrFrame), 0);
         bar.CheckButton(kCheck);
@@ -184,16 +170,9 @@ TEST_F(ToolBar, BackgroundIsTheParentsOrItsOwn)
 TEST_F(ToolBar, ButtonsHaveTips)
 {
     Create();
-    CToolTipCtrl& tip = *bar.GetToolTips();
-    const struct {
-        UINT command;
-        LPCWSTR text;
-    } cases[] = {{kFirst, L"画直线"}, {kDrop, L"tip of more"}, {kCheck, L""}};
-    for (const auto& c : cases) {
-        CString text;
-        tip.GetText(text, &bar, c.command);
-        EXPECT_EQ(text, c.text);
-    }
+    EXPECT_EQ(TipOf(kFirst), L"画直线");
+    EXPECT_EQ(TipOf(kDrop), L"tip of more");
+    EXPECT_EQ(TipOf(kCheck), L"");
     MoveTo(MiddleOf(kFirst));
     EXPECT_TRUE(PumpUntil([&] { return bar.GetToolTips()->IsWindowVisible() != FALSE; }));
 }
@@ -212,16 +191,11 @@ TEST_F(ToolBar, ButtonsWithOneCommandKeepTheirTextsAndItsTip)
     EXPECT_EQ(shownText(0), 0);
     EXPECT_GT(shownText(1), 20);
 
-    const auto tip = [&] {
-        CString text;
-        bar.GetToolTips()->GetText(text, &bar, kFirst);
-        return text;
-    };
     bar.SetButton(0, kCheck, I_IMAGENONE);
-    EXPECT_EQ(tip(), L"shared");
+    EXPECT_EQ(TipOf(kFirst), L"shared");
     bar.SetButton(1, kCheck, I_IMAGENONE);
     bar.SetButton(2, kFirst, I_IMAGENONE);
-    EXPECT_EQ(tip(), L"");
+    EXPECT_EQ(TipOf(kFirst), L"");
 }
 
 TEST_F(ToolBar, RepositionWrapsTheButtons)
@@ -229,10 +203,7 @@ TEST_F(ToolBar, RepositionWrapsTheButtons)
     Create(TBSTYLE_WRAPABLE);
     const int top = RectOf(kDrop).top;
     bar.Reposition(CRect(10, 10, 80, 200));
-    CRect now;
-    bar.GetWindowRect(now);
-    host.ScreenToClient(now);
-    EXPECT_EQ(now, CRect(10, 10, 80, 200));
+    EXPECT_EQ(PlaceOf(bar), CRect(10, 10, 80, 200));
     EXPECT_GT(RectOf(kDrop).top, top);
     bar.Reposition(kPlace);
     EXPECT_EQ(RectOf(kDrop).top, top);

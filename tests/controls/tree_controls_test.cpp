@@ -1,13 +1,8 @@
 #include "vgui/controls/tree_controls.h"
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/foundation/gui_manager.h"
 
-#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <string>
@@ -106,7 +101,7 @@ BEGIN_MESSAGE_MAP(ListeningTree, VTreeCtrl)
     ON_NOTIFY_REFLECT(TVN_DELETEITEM, &ListeningTree::OnDeleteItem)
 END_MESSAGE_MAP()
 
-class TreeControls : public CensusTest
+class TreeControls : public HostTest
 {
 protected:
     void Open(DWORD style = kTreeStyle, DWORD exStyle = 0)
@@ -171,7 +166,6 @@ protected:
         return text;
     }
 
-    HostWnd host;
     OpenTree tree;
     Model root;
     std::mt19937 random{4711};

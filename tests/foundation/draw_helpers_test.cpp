@@ -142,18 +142,6 @@ TEST(DrawHelpersGradient, PyramidHasItsTipInTheCentre)
     EXPECT_EQ(surface.Count(kBack), 48 * 28 - 40 * 20);
 }
 
-TEST(DrawHelpersGradient, NothingForOtherModesAndImpossibleRatios)
-{
-    const DibSurface surface(10, 10);
-    const CRect all(0, 0, 10, 10);
-    for (const int mode : {-1, 3, 99})
-        VGGradientFillRectEx(&surface.DC(), all, kRed, kBlack, mode, 0.5);
-    for (const double ratio : {std::nan(""), std::numeric_limits<double>::infinity(), -1e300, 1e18})
-        for (const int mode : {1, 2})
-            VGGradientFillRectEx(&surface.DC(), all, kRed, kBlack, mode, ratio);
-    EXPECT_EQ(surface.Count(kBack), 100);
-}
-
 TEST(DrawHelpersFrame, BorderRunsThroughRightAndBottom)
 {
     const DibSurface surface(14, 12);
@@ -178,11 +166,6 @@ TEST(DrawHelpersFrame, ControlFrameFlatAndRaised)
     const DibSurface raised(18, 13);
     VGDraw3dCtrlFrame(&raised.DC(), rect, clr, fade, 1);
     ExpectPixels(raised, [&](int x, int y) { return FrameModel(rect, x, y, clr, faded, kWhite, clr); });
-
-    const DibSurface other(18, 13);
-    for (const int style : {-1, 2, INT_MAX})
-        VGDraw3dCtrlFrame(&other.DC(), rect, clr, fade, style);
-    EXPECT_EQ(other.Count(kBack), 18 * 13);
 }
 
 TEST(DrawHelpersFrame, ControlFrameOfSmallRectanglesStaysInside)
@@ -234,17 +217,6 @@ TEST(DrawHelpersFade, AnEmptyRectangleGrows)
     });
 }
 
-TEST(DrawHelpersFade, NothingForOtherDirectionsAndNegativeSteps)
-{
-    const DibSurface surface(12, 12);
-    const CRect rect(3, 3, 9, 9);
-    VGDrawFadeRect(&surface.DC(), rect, kBlack, kRed, 4, 2);
-    VGDrawFadeRect(&surface.DC(), rect, kBlack, kRed, 4, -1);
-    for (const int steps : {-1, -2, INT_MIN})
-        VGDrawFadeRect(&surface.DC(), rect, kBlack, kRed, steps, 0);
-    EXPECT_EQ(surface.Count(kBack), 144);
-}
-
 TEST(DrawHelpersFade, HugeCountsAndFarRectanglesDrawWhatCanBeSeen)
 {
     const CRect rect(3, 3, 9, 9);
@@ -278,10 +250,6 @@ TEST(DrawHelpersTriangle, FillsARectangleDownwards)
             return inside ? kRed : kBack;
         });
     }
-    const DibSurface other(20, 20);
-    for (const int direction : {-1, 1, 2, 3})
-        VGDrawSmallSolidTriangle(&other.DC(), CRect(4, 3, 13, 8), kRed, direction);
-    EXPECT_EQ(other.Count(kBack), 400);
 }
 
 TEST(DrawHelpersTriangle, PointsInFourDirections)
@@ -300,12 +268,6 @@ TEST(DrawHelpersTriangle, PointsInFourDirections)
             return away >= 0 && away < size && across <= away ? kRed : kBack;
         });
     }
-    const DibSurface other(20, 20);
-    for (const int direction : {-1, 4, INT_MAX})
-        VGDrawSmallSolidTriangle(&other.DC(), apex, size, kRed, direction);
-    for (const int none : {0, -1, INT_MIN})
-        VGDrawSmallSolidTriangle(&other.DC(), apex, none, kRed, 1);
-    EXPECT_EQ(other.Count(kBack), 400);
 }
 
 TEST(DrawHelpersTriangle, HugeTrianglesDrawWhatCanBeSeen)
@@ -419,4 +381,29 @@ TEST(DrawHelpersBadInput, EmptyRectanglesAndMissingContextsDrawNothing)
         VGAlphaBlend(&surface.DC(), CRect(1, 1, 9, 9), none, CRect(0, 0, 8, 8), 255);
     }
     EXPECT_EQ(surface.Count(kBack), 100);
+}
+
+TEST(DrawHelpersBadInput, ValuesWithoutAMeaningDrawNothing)
+{
+    const DibSurface surface(20, 20);
+    CDC* const dc = &surface.DC();
+    const CRect rect(3, 3, 13, 8);
+    for (const int value : {INT_MIN, -2, -1, 4, 99, INT_MAX}) {
+        VGGradientFillRectEx(dc, rect, kRed, kBlack, value, 0.5);
+        VGDraw3dCtrlFrame(dc, rect, kRed, 0, value);
+        VGDrawFadeRect(dc, rect, kBlack, kRed, 4, value);
+        VGDrawFadeRect(dc, rect, kBlack, kRed, std::min(value, -1), 0);
+        VGDrawSmallSolidTriangle(dc, rect, kRed, value);
+        VGDrawSmallSolidTriangle(dc, CPoint(10, 9), 5, kRed, value);
+        VGDrawSmallSolidTriangle(dc, CPoint(10, 9), std::min(value, 0), kRed, 1);
+    }
+    VGGradientFillRectEx(dc, rect, kRed, kBlack, 3, 0.5);
+    VGDraw3dCtrlFrame(dc, rect, kRed, 0, 2);
+    VGDrawFadeRect(dc, rect, kBlack, kRed, 4, 2);
+    for (const int direction : {1, 2, 3})
+        VGDrawSmallSolidTriangle(dc, rect, kRed, direction);
+    for (const double ratio : {std::nan(""), std::numeric_limits<double>::infinity(), -1e300, 1e18})
+        for (const int mode : {1, 2})
+            VGGradientFillRectEx(dc, rect, kRed, kBlack, mode, ratio);
+    EXPECT_EQ(surface.Count(kBack), 400);
 }

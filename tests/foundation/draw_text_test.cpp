@@ -1,13 +1,10 @@
 // The glowing text, fonts, and the parent's background colour.
-#include "tests/support/census.h"
-#include "tests/support/pixels.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 
 #include <climits>
 #include <cwchar>
-#include <gtest/gtest.h>
 
 namespace
 {
@@ -43,15 +40,10 @@ LOGFONT LogFont(const CFont& font)
     return description;
 }
 
-class DrawTextGlow : public testing::TestWithParam<int>
-{
-};
-
 } // namespace
 
-TEST_P(DrawTextGlow, HaloFadesAroundTheLetters)
+TEST(DrawTextGlow, HaloFadesAroundTheLetters)
 {
-    const int glow = GetParam();
     const CRect rect(12, 10, 70, 30);
     const CString text(L"Vg");
     const UINT format = DT_SINGLELINE | DT_NOCLIP;
@@ -61,31 +53,31 @@ TEST_P(DrawTextGlow, HaloFadesAroundTheLetters)
 
     const COLORREF clrText = RGB(10, 60, 200);
     const COLORREF clrGlow = RGB(250, 1, 2);
-    const DibSurface surface(80, 40);
-    {
-        const VSelectScope selected(surface.DC().m_hDC, font.Get());
-        VGDrawFashionText(&surface.DC(), text, rect, format, clrText, clrGlow, glow);
-    }
-    // Nearer layers are drawn over farther ones, and the letters over all.
     const auto covers = [&](int x, int y) { return letters.Pixel(x, y) == RGB(0, 0, 0); };
-    support::ExpectPixels(surface, [&](int x, int y) {
-        if (covers(x, y))
-            return clrText;
-        for (int d = 1; d <= glow; ++d)
-            for (int dx = -1; dx <= 1; ++dx)
-                for (int dy = -1; dy <= 1; ++dy)
-                    if (covers(x - dx * d, y - dy * d)) {
-                        const int steps = glow + 1;
-                        return RGB(10 + (250 - 10) / steps * d, 60 + (250 - 60) / steps * d,
-                                   200 + (250 - 200) / steps * d);
-                    }
-        return kBack;
-    });
-    EXPECT_EQ(surface.DC().GetBkMode(), TRANSPARENT);
-    EXPECT_EQ(surface.DC().GetTextColor(), clrText);
+    for (const int glow : {0, 1, 4}) {
+        const DibSurface surface(80, 40);
+        {
+            const VSelectScope selected(surface.DC().m_hDC, font.Get());
+            VGDrawFashionText(&surface.DC(), text, rect, format, clrText, clrGlow, glow);
+        }
+        // Nearer layers are drawn over farther ones, and the letters over all.
+        support::ExpectPixels(surface, [&](int x, int y) {
+            if (covers(x, y))
+                return clrText;
+            for (int d = 1; d <= glow; ++d)
+                for (int dx = -1; dx <= 1; ++dx)
+                    for (int dy = -1; dy <= 1; ++dy)
+                        if (covers(x - dx * d, y - dy * d)) {
+                            const int steps = glow + 1;
+                            return RGB(10 + (250 - 10) / steps * d, 60 + (250 - 60) / steps * d,
+                                       200 + (250 - 200) / steps * d);
+                        }
+            return kBack;
+        });
+        EXPECT_EQ(surface.DC().GetBkMode(), TRANSPARENT);
+        EXPECT_EQ(surface.DC().GetTextColor(), clrText);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Widths, DrawTextGlow, testing::Values(0, 1, 4));
 
 TEST(DrawTextBounds, NegativeGlowDrawsTheTextAlone)
 {

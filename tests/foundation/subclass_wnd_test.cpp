@@ -174,31 +174,26 @@ TEST_F(SubclassWndTest, AHookThatHooksAgainCannotHoldADyingWindow)
     EXPECT_EQ(CSubclassWndMap::Instance().GetNewest(window), nullptr);
 }
 
-TEST_F(SubclassWndTest, UnhookingItselfWhileHandlingAMessage)
+TEST_F(SubclassWndTest, UnhookingOrDeletingItselfWhileHandlingAMessage)
 {
     for (int number = 1; number <= 3; ++number) {
-        auto hooks = HookMany(3);
-        LogHook& hook = *hooks[number - 1];
-        hook.m_action = [&hook] { return hook.Unhook() != FALSE; };
-        EXPECT_EQ(Send(), (Log{3, 2, 1, kWindow})) << number;
-        EXPECT_EQ(m_result, 77);
-        EXPECT_FALSE(hook.IsHooked());
-        EXPECT_EQ(Send().size(), 3u);
-    }
-    EXPECT_EQ(CurrentProc(), m_proc);
-}
-
-TEST_F(SubclassWndTest, DeletingItselfWhileHandlingAMessage)
-{
-    for (int number = 1; number <= 3; ++number) {
-        auto hooks = HookMany(3);
-        std::unique_ptr<LogHook>& hook = hooks[number - 1];
-        hook->m_action = [&hook] {
-            hook.reset();
-            return false;
-        };
-        Send();
-        EXPECT_EQ(Send().size(), 3u) << number;
+        for (const bool deletes : {false, true}) {
+            auto hooks = HookMany(3);
+            std::unique_ptr<LogHook>& hook = hooks[number - 1];
+            hook->m_action = [&hook, deletes] {
+                if (!deletes)
+                    return hook->Unhook() != FALSE;
+                hook.reset();
+                return false;
+            };
+            const Log seen = Send();
+            if (!deletes) {
+                EXPECT_EQ(seen, (Log{3, 2, 1, kWindow})) << number;
+                EXPECT_EQ(m_result, 77);
+                EXPECT_FALSE(hook->IsHooked());
+            }
+            EXPECT_EQ(Send().size(), 3u) << number << deletes;
+        }
     }
     EXPECT_EQ(CurrentProc(), m_proc);
 }

@@ -1,13 +1,10 @@
 #include "vgui/foundation/window_helpers.h"
 
-#include "tests/support/census.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/foundation/opened_links.h"
+#include "tests/support/host_test.h"
 
 #include <climits>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
+#include <utility>
 
 namespace
 {
@@ -19,7 +16,7 @@ class WindowHelpersTest : public support::CensusTest
 protected:
     void SetUp() override { ASSERT_TRUE(m_window.Open(CSize(200, 150), WS_OVERLAPPEDWINDOW)); }
 
-    CRect Place() const
+    [[nodiscard]] CRect Place() const
     {
         CRect rect;
         m_window.GetWindowRect(&rect);
@@ -28,21 +25,6 @@ protected:
 
     HostWnd m_window;
 };
-
-struct OpenedLink {
-    std::wstring verb;
-    std::wstring target;
-    int show;
-    ULONG mask;
-};
-std::vector<OpenedLink> g_opened;
-
-BOOL WINAPI NoteLink(SHELLEXECUTEINFOW* request)
-{
-    g_opened.push_back({request->lpVerb != nullptr ? request->lpVerb : L"", request->lpFile, request->nShow,
-                        request->fMask});
-    return request->cbSize == sizeof *request;
-}
 
 } // namespace
 
@@ -116,10 +98,6 @@ TEST_F(WindowHelpersTest, ShowTakesBackHidingAndMinimising)
         EXPECT_FALSE(m_window.IsZoomed());
     }
     EXPECT_FALSE(m_window.IsZoomed());
-}
-
-TEST_F(WindowHelpersTest, ShowLeavesAWindowThatWasHidden)
-{
     m_window.ShowWindow(SW_HIDE);
     {
         const VoWindowShow hidden(&m_window, SW_HIDE);
@@ -266,21 +244,21 @@ TEST(WindowHelpersPlace, ValidPlacesLieOnTheMainScreen)
 
 TEST(WindowHelpersShell, OpenerCanBeReplaced)
 {
-    g_opened.clear();
-    const VGShellOpener shell = VGSetShellOpener(&NoteLink);
+    const VGShellOpener shell = VGSetShellOpener(&OpenedLinks::Note);
     EXPECT_TRUE(VGShellExecute(L"open", L"http://localhost/", SW_SHOWMAXIMIZED, SEE_MASK_FLAG_NO_UI));
     EXPECT_TRUE(VGShellExecute(nullptr, L"mailto:a@b", SW_HIDE));
     EXPECT_FALSE(VGShellExecute(L"open", nullptr, SW_SHOW));
     EXPECT_FALSE(VGShellExecute(L"open", L"", SW_SHOW));
-    EXPECT_EQ(VGSetShellOpener(nullptr), &NoteLink);
+    EXPECT_EQ(VGSetShellOpener(nullptr), &OpenedLinks::Note);
     EXPECT_EQ(VGSetShellOpener(shell), shell);
 
-    ASSERT_EQ(g_opened.size(), 2u);
-    EXPECT_EQ(g_opened[0].verb, L"open");
-    EXPECT_EQ(g_opened[0].target, L"http://localhost/");
-    EXPECT_EQ(g_opened[0].show, SW_SHOWMAXIMIZED);
-    EXPECT_EQ(g_opened[0].mask, ULONG{SEE_MASK_FLAG_NO_UI});
-    EXPECT_EQ(g_opened[1].verb, L"");
-    EXPECT_EQ(g_opened[1].show, SW_HIDE);
-    EXPECT_EQ(g_opened[1].mask, 0u);
+    const std::vector<OpenedLinks::Request> opened = std::exchange(OpenedLinks::Requests(), {});
+    ASSERT_EQ(opened.size(), 2u);
+    EXPECT_EQ(opened[0].verb, L"open");
+    EXPECT_EQ(opened[0].file, L"http://localhost/");
+    EXPECT_EQ(opened[0].show, SW_SHOWMAXIMIZED);
+    EXPECT_EQ(opened[0].mask, ULONG{SEE_MASK_FLAG_NO_UI});
+    EXPECT_EQ(opened[1].verb, L"");
+    EXPECT_EQ(opened[1].show, SW_HIDE);
+    EXPECT_EQ(opened[1].mask, 0u);
 }

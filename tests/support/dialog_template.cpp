@@ -8,7 +8,7 @@ namespace
 
 constexpr WORD kExtendedVersion = 1;
 constexpr WORD kExtendedSignature = 0xFFFF;
-constexpr int kDefaultPoints = 9;
+constexpr WORD kDefaultPoints = 9;
 constexpr std::wstring_view kDefaultFace = L"MS Shell Dlg";
 
 // Where the number of items stands in the template, in words: after version, signature, help id and the two
@@ -32,31 +32,28 @@ DialogTemplate::DialogTemplate(std::wstring_view caption, int width, int height,
     Word(0); // no menu
     Word(0); // the system's dialog class
     Text(caption);
-    m_fontStart = m_words.size();
-    Font(kDefaultPoints, kDefaultFace);
-}
-
-DialogTemplate& DialogTemplate::Font(int points, std::wstring_view face, int weight, bool italic)
-{
-    m_words.resize(m_fontStart);
-    Word(static_cast<WORD>(points));
-    Word(static_cast<WORD>(weight));
-    Word(static_cast<WORD>((italic ? 1 : 0) | DEFAULT_CHARSET << 8));
-    Text(face);
-    return *this;
+    Word(kDefaultPoints);
+    Word(FW_NORMAL);
+    Word(DEFAULT_CHARSET << 8); // not italic
+    Text(kDefaultFace);
 }
 
 DialogTemplate& DialogTemplate::Item(std::wstring_view windowClass, std::wstring_view text, UINT id, int x,
                                      int y, int width, int height, DWORD style, DWORD exStyle)
 {
-    AddItem(windowClass, text, id, x, y, width, height, style | WS_CHILD | WS_VISIBLE, exStyle);
-    return *this;
-}
-
-DialogTemplate& DialogTemplate::HiddenItem(std::wstring_view windowClass, std::wstring_view text, UINT id,
-                                           int x, int y, int width, int height, DWORD style, DWORD exStyle)
-{
-    AddItem(windowClass, text, id, x, y, width, height, style | WS_CHILD, exStyle);
+    AlignToDoubleWord();
+    DoubleWord(0); // help id
+    DoubleWord(exStyle);
+    DoubleWord(style | WS_CHILD | WS_VISIBLE);
+    Word(static_cast<WORD>(x));
+    Word(static_cast<WORD>(y));
+    Word(static_cast<WORD>(width));
+    Word(static_cast<WORD>(height));
+    DoubleWord(id);
+    Text(windowClass);
+    Text(text);
+    Word(0); // no creation data
+    ++m_words[kItemCount];
     return *this;
 }
 
@@ -75,24 +72,6 @@ DialogTemplate& DialogTemplate::Static(UINT id, std::wstring_view text, int x, i
                                        DWORD style)
 {
     return Item(L"Static", text, id, x, y, width, height, style);
-}
-
-void DialogTemplate::AddItem(std::wstring_view windowClass, std::wstring_view text, UINT id, int x, int y,
-                             int width, int height, DWORD style, DWORD exStyle)
-{
-    AlignToDoubleWord();
-    DoubleWord(0); // help id
-    DoubleWord(exStyle);
-    DoubleWord(style);
-    Word(static_cast<WORD>(x));
-    Word(static_cast<WORD>(y));
-    Word(static_cast<WORD>(width));
-    Word(static_cast<WORD>(height));
-    DoubleWord(id);
-    Text(windowClass);
-    Text(text);
-    Word(0); // no creation data
-    ++m_words[kItemCount];
 }
 
 void DialogTemplate::DoubleWord(DWORD value)

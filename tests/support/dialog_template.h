@@ -21,16 +21,9 @@ public:
 
     DialogTemplate(std::wstring_view caption, int width, int height, DWORD style = kStyle, DWORD exStyle = 0);
 
-    // Another font than 9 points of the system's dialog font; before the first item.
-    DialogTemplate& Font(int points, std::wstring_view face, int weight = FW_NORMAL, bool italic = false);
-
     // A control of any window class. WS_CHILD and WS_VISIBLE are added.
     DialogTemplate& Item(std::wstring_view windowClass, std::wstring_view text, UINT id, int x, int y,
                          int width, int height, DWORD style, DWORD exStyle = 0);
-    // A control that is created hidden.
-    DialogTemplate& HiddenItem(std::wstring_view windowClass, std::wstring_view text, UINT id, int x, int y,
-                               int width, int height, DWORD style, DWORD exStyle = 0);
-
     DialogTemplate& Button(UINT id, std::wstring_view text, int x, int y, int width, int height,
                            DWORD style = BS_PUSHBUTTON | WS_TABSTOP);
     DialogTemplate& Edit(UINT id, int x, int y, int width, int height,
@@ -47,11 +40,8 @@ private:
     void DoubleWord(DWORD value);
     void Text(std::wstring_view text);
     void AlignToDoubleWord();
-    void AddItem(std::wstring_view windowClass, std::wstring_view text, UINT id, int x, int y, int width,
-                 int height, DWORD style, DWORD exStyle);
 
     std::vector<WORD> m_words;
-    size_t m_fontStart = 0; // where the font's description begins
 };
 
 } // namespace support

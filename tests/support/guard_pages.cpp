@@ -95,16 +95,22 @@ bool FindSize(void* memory, size_t& size)
 }
 
 // The system's. Called through pointers: this module's own imports are replaced, too.
-decltype(&malloc) g_malloc;
-decltype(&calloc) g_calloc;
-decltype(&realloc) g_realloc;
-decltype(&free) g_free;
-decltype(&_msize) g_msize;
-decltype(&::GlobalAlloc) g_globalAlloc;
-decltype(&::GlobalFree) g_globalFree;
-decltype(&::GlobalLock) g_globalLock;
-decltype(&::GlobalUnlock) g_globalUnlock;
-decltype(&::GlobalSize) g_globalSize;
+template <class Function>
+Function* Original(LPCWSTR module, const char* name, Function*)
+{
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandle(module), name)));
+}
+const auto g_malloc = Original(L"msvcrt.dll", "malloc", &malloc);
+const auto g_calloc = Original(L"msvcrt.dll", "calloc", &calloc);
+const auto g_realloc = Original(L"msvcrt.dll", "realloc", &realloc);
+const auto g_free = Original(L"msvcrt.dll", "free", &free);
+const auto g_msize = Original(L"msvcrt.dll", "_msize", &_msize);
+const auto g_globalAlloc = Original(L"kernel32.dll", "GlobalAlloc", &::GlobalAlloc);
+const auto g_globalFree = Original(L"kernel32.dll", "GlobalFree", &::GlobalFree);
+const auto g_globalLock = Original(L"kernel32.dll", "GlobalLock", &::GlobalLock);
+const auto g_globalUnlock = Original(L"kernel32.dll", "GlobalUnlock", &::GlobalUnlock);
+const auto g_globalSize = Original(L"kernel32.dll", "GlobalSize", &::GlobalSize);
 
 void* GuardedMalloc(size_t size)
 {
@@ -186,32 +192,10 @@ SIZE_T WINAPI GuardedGlobalSize(HGLOBAL block)
 }
 
 template <class Function>
-void Find(HMODULE module, const char* name, Function& function)
-{
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(module, name)));
-}
-
-template <class Function>
 void Replace(HMODULE module, const char* name, Function* replacement)
 {
     if (void** const slot = ImportSlot(module, name))
         WriteSlot(slot, reinterpret_cast<void*>(replacement));
-}
-
-void FindOriginals()
-{
-    const HMODULE runTime = ::GetModuleHandle(L"msvcrt.dll");
-    Find(runTime, "malloc", g_malloc);
-    Find(runTime, "calloc", g_calloc);
-    Find(runTime, "realloc", g_realloc);
-    Find(runTime, "free", g_free);
-    Find(runTime, "_msize", g_msize);
-    const HMODULE system = ::GetModuleHandle(L"kernel32.dll");
-    Find(system, "GlobalAlloc", g_globalAlloc);
-    Find(system, "GlobalFree", g_globalFree);
-    Find(system, "GlobalLock", g_globalLock);
-    Find(system, "GlobalUnlock", g_globalUnlock);
-    Find(system, "GlobalSize", g_globalSize);
 }
 
 void ReplaceHeap(HMODULE module)
@@ -235,7 +219,6 @@ void ReplaceGlobal(HMODULE module)
 
 void InstallGuardPages()
 {
-    FindOriginals();
     static_cast<void>(TheGuard());
     const HMODULE program = ::GetModuleHandle(nullptr);
     const HMODULE library = ::GetModuleHandle(L"vgui.dll");

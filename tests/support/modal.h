@@ -23,7 +23,30 @@ namespace support
 // How long a modal window may stay up, in milliseconds.
 inline constexpr DWORD kModalTimeout = 10000;
 
-class ModalAnswer
+struct PendingAnswer;
+
+// What the answers for dialogs and for menus have in common.
+class Answer
+{
+public:
+    Answer(const Answer&) = delete;
+    Answer& operator=(const Answer&) = delete;
+
+    // Whether the window came up and the action was run.
+    [[nodiscard]] bool Shown() const;
+    // No window need come any more: the answer is withdrawn without a failure.
+    void Withdraw();
+
+protected:
+    Answer() = default;
+    ~Answer();
+    void Await(std::shared_ptr<PendingAnswer> pending, DWORD timeoutMs);
+
+private:
+    std::shared_ptr<PendingAnswer> m_pending;
+};
+
+class ModalAnswer : public Answer
 {
 public:
     using Action = std::function<void(HWND modal)>;
@@ -32,27 +55,14 @@ public:
     // and painted. What it does must make the window close sooner or later. It may pump, feed input and
     // open further modal windows.
     explicit ModalAnswer(Action action, DWORD timeoutMs = kModalTimeout);
-    ~ModalAnswer();
-    ModalAnswer(const ModalAnswer&) = delete;
-    ModalAnswer& operator=(const ModalAnswer&) = delete;
 
-    // Whether the window came up and the action was run.
-    [[nodiscard]] bool Shown() const;
     // The window's caption, taken before the action; empty when it was never shown.
     [[nodiscard]] std::wstring Caption() const;
     // The texts of its static controls, in Z order, separated by line feeds: a message box's text.
     [[nodiscard]] std::wstring Text() const;
-    // The ids of its push buttons, in Z order.
-    [[nodiscard]] std::vector<int> Buttons() const;
-    // The id of the button with the focus, 0 when none has it.
-    [[nodiscard]] int FocusedButton() const;
-
-    // No window need come any more: the answer is withdrawn without a failure.
-    void Withdraw();
-
-    struct State;
 
 private:
+    struct State;
     std::shared_ptr<State> m_state;
 };
 
@@ -70,45 +80,18 @@ private:
 // Posts a button's click to a dialog; usable in a ModalAnswer's action for every kind of dialog.
 void PostButton(HWND dialog, int button);
 
-struct MenuItem {
-    UINT id;           // the command, 0xFFFFFFFF for an item that opens a submenu
-    UINT type;         // MFT_...
-    UINT state;        // MFS_...
-    std::wstring text; // as given, with & and tab; empty for owner-drawn items and separators
-    CRect rect;        // screen coordinates, once the menu is on the screen
-};
-
 // An answer for one popup menu, with the same rules as ModalAnswer.
-class MenuAnswer
+class MenuAnswer : public Answer
 {
 public:
-    // The action gets the popup menu and its window. It must neither pump nor use input.h, since that
-    // would take the menu loop's messages away: it feeds through the given function, which returns at
-    // once.
+    // The action gets the popup menu's window. It must neither pump nor use input.h, since that would take
+    // the menu loop's messages away: it feeds through the given function, which returns at once.
     using Feed = std::function<void(std::vector<INPUT>)>;
-    using Action = std::function<void(HWND popup, HMENU menu, const Feed& feed)>;
+    using Action = std::function<void(HWND popup, const Feed& feed)>;
 
     explicit MenuAnswer(Action action, DWORD timeoutMs = kModalTimeout);
-    ~MenuAnswer();
-    MenuAnswer(const MenuAnswer&) = delete;
-    MenuAnswer& operator=(const MenuAnswer&) = delete;
-
-    [[nodiscard]] bool Shown() const;
-    // The items of the popup menu as they were when it was up.
-    [[nodiscard]] const std::vector<MenuItem>& Items() const;
-
-    void Withdraw();
-
-    struct State;
-
-private:
-    std::shared_ptr<State> m_state;
 };
 
-// Chooses the command with the keyboard (also inside submenus) or with the mouse (first level only). A
-// command that the menu does not have cancels the menu and fails the test.
-[[nodiscard]] MenuAnswer ChooseMenuItem(UINT command);
-[[nodiscard]] MenuAnswer ClickMenuItem(UINT command);
 // Leaves the menu with Esc.
 [[nodiscard]] MenuAnswer CancelMenu();
 

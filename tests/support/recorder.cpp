@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <iomanip>
-#include <ostream>
 
 namespace support
 {
@@ -56,20 +54,6 @@ int RecordedMessage::Code() const
     if (message == WM_COMMAND)
         return HIWORD(wParam);
     return notify ? static_cast<int>(notify->code) : 0;
-}
-
-std::ostream& operator<<(std::ostream& out, const RecordedMessage& message)
-{
-    const auto flags = out.flags();
-    if (message.message == WM_COMMAND || message.message == WM_NOTIFY)
-        out << (message.message == WM_COMMAND ? "WM_COMMAND" : "WM_NOTIFY") << " id " << std::dec
-            << message.Id() << " code " << message.Code()
-            << (message.reachedParent ? "" : " (kept by the control)");
-    else
-        out << std::hex << "message 0x" << message.message << " wParam 0x" << message.wParam << " lParam 0x"
-            << message.lParam;
-    out.flags(flags);
-    return out;
 }
 
 HostWnd::~HostWnd()

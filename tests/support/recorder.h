@@ -4,7 +4,6 @@
 #include "tests/support/wait.h"
 
 #include <functional>
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,8 +26,6 @@ struct RecordedMessage {
     [[nodiscard]] UINT Id() const;
     [[nodiscard]] int Code() const;
 };
-
-std::ostream& operator<<(std::ostream& out, const RecordedMessage& message);
 
 using RecordedMessages = std::vector<RecordedMessage>;
 
