@@ -211,9 +211,7 @@ TEST_F(ChildControls, TipsAndColoursAreTheDialogs)
 {
     VButton& button = *Library<VButton>(kPush);
     button.SetTooltipText(L"tip", FALSE);
-    CString text;
-    dlg.GetToolTipCtrl().GetText(text, &button);
-    EXPECT_EQ(text, L"tip");
+    EXPECT_EQ(TipText(dlg.GetToolTipCtrl(), &button), L"tip");
     EXPECT_EQ(dlg.GetToolTipCtrl().GetToolCount(), 2);
     // The caption takes the colour of controls with a tip, also while hovered.
     EXPECT_GT(CaptureClient(button.m_hWnd).Count(RGB(80, 80, 255)), 10);

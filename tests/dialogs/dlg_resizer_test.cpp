@@ -1,15 +1,12 @@
-#include "tests/support/census.h"
 #include "tests/support/dialog_template.h"
+#include "tests/support/host_test.h"
 #include "tests/support/modal.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "vgui/dialogs/dlg_resizer.h"
 
 #include <algorithm>
 #include <climits>
 #include <cmath>
 #include <functional>
-#include <gtest/gtest.h>
 #include <limits>
 #include <memory>
 #include <random>
@@ -23,36 +20,24 @@ namespace
 {
 
 constexpr UINT kFirstId = 100;
-constexpr int kRandomResizes = 10000;
+constexpr int kRandomResizes = 5000;
 const CSize kClient{400, 300};
 const CRect kRect{50, 40, 250, 190};
 
-class DlgResizerTest : public CensusTest
+class DlgResizer : public HostTest
 {
 protected:
-    void SetUp() override { ASSERT_TRUE(m_host.Open(kClient)); }
+    void SetUp() override { ASSERT_TRUE(host.Open(kClient)); }
 
     // A child of the host with the ids from kFirstId on.
     CWnd& AddChild(const CRect& rect = kRect)
     {
         auto child = std::make_unique<CStatic>();
         const auto id = kFirstId + static_cast<UINT>(m_children.size());
-        EXPECT_TRUE(child->Create(L"", WS_CHILD | WS_VISIBLE, rect, &m_host, id));
+        EXPECT_TRUE(child->Create(L"", WS_CHILD | WS_VISIBLE, rect, &host, id));
         m_children.push_back(std::move(child));
         return *m_children.back();
     }
-
-    CRect RectOf(const CWnd& child) const
-    {
-        CRect rect;
-        child.GetWindowRect(rect);
-        m_host.ScreenToClient(rect);
-        return rect;
-    }
-
-    // How many random resizes this run of a test makes: the second run only shows that nothing is left
-    // behind. seen counts the runs of that test.
-    static int RandomResizes(int& seen) { return seen++ == 0 ? kRandomResizes : kRandomResizes / 20; }
 
     // The host, which keeps its real size, tells the resizer that it changed by this much.
     static void ResizeBy(VDlgResizerBase& resizer, int dx, int dy)
@@ -61,12 +46,8 @@ protected:
         resizer.ResizeAll(SIZE_RESTORED, size.cx + dx, size.cy + dy);
     }
 
-    HostWnd m_host;
     std::vector<std::unique_ptr<CStatic>> m_children;
 };
-
-using DlgResizer = DlgResizerTest;
-using DlgResizerEx = DlgResizerTest;
 
 // The frame of a resizer over one window, whose layout step a test supplies.
 class CustomResizer : public VDlgResizerBase
@@ -136,59 +117,15 @@ struct Edges {
     CRect Shown() const { return {left, top, std::max(left, right), std::max(top, bottom)}; }
 };
 
-struct AnchorCase {
-    UINT flags;
-    CRect moved; // how far each edge goes when the dialog grows by (11, 7)
-};
-
 } // namespace
-
-TEST_F(DlgResizer, FlagsMoveTheirEdges)
-{
-    const AnchorCase cases[] = {
-        {0x00, {0, 0, 0, 0}},   {0x01, {11, 0, 0, 0}},  {0x02, {0, 0, 11, 0}}, {0x04, {0, 7, 0, 0}},
-        {0x08, {0, 0, 0, 7}},   {0x10, {0, 0, 5, 0}},   {0x20, {5, 0, 0, 0}},  {0x30, {5, 0, 5, 0}},
-        {0x03, {11, 0, 11, 0}}, {0x0F, {11, 7, 11, 7}}, {0x12, {0, 0, 16, 0}}, {0x3F, {16, 7, 16, 7}},
-    };
-    VDlgResizer resizer;
-    resizer.Init(&m_host);
-    for (const AnchorCase& c : cases)
-        resizer.AddControl(&AddChild(), c.flags);
-    ResizeBy(resizer, 11, 7);
-    for (size_t i = 0; i < std::size(cases); ++i) {
-        SCOPED_TRACE(cases[i].flags);
-        const CRect& moved = cases[i].moved;
-        const CRect expected(kRect.left + moved.left, kRect.top + moved.top, kRect.right + moved.right,
-                             kRect.bottom + moved.bottom);
-        EXPECT_EQ(RectOf(*m_children[i]), expected);
-        CSize size;
-        EXPECT_TRUE(resizer.GetCtrlSize(m_children[i].get(), size));
-        EXPECT_EQ(size, expected.Size());
-    }
-}
-
-TEST_F(DlgResizer, HalvesAreTruncatedTowardZeroAndNotCarried)
-{
-    VDlgResizer resizer;
-    resizer.Init(&m_host);
-    CWnd& child = AddChild();
-    resizer.AddControl(&child, VDlgResizer::MoveLeftHalf | VDlgResizer::MoveRightHalf);
-    ResizeBy(resizer, 3, 0);
-    EXPECT_EQ(RectOf(child), kRect + CPoint(1, 0));
-    ResizeBy(resizer, -3, 0);
-    EXPECT_EQ(RectOf(child), kRect);
-    ResizeBy(resizer, 1, 0);
-    ResizeBy(resizer, 1, 0);
-    EXPECT_EQ(RectOf(child), kRect);
-}
 
 // Sizes that range from nothing to more than the screen, so that controls shrink below nothing and come back.
 TEST_F(DlgResizer, RandomResizesFollowTheTruncationRule)
 {
-    m_host.ShowWindow(SW_HIDE);
+    host.ShowWindow(SW_HIDE);
     const UINT rules[] = {0x1A, 0x35};
     VDlgResizer resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     std::vector<Edges> model;
     for (const UINT flags : rules) {
         resizer.AddControl(&AddChild(), flags);
@@ -198,9 +135,7 @@ TEST_F(DlgResizer, RandomResizesFollowTheTruncationRule)
     std::uniform_int_distribution<int> width(0, 1600);
     std::uniform_int_distribution<int> height(0, 1200);
     CSize size = kClient;
-    static int runs = 0;
-    const int rounds = RandomResizes(runs);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < kRandomResizes; ++round) {
         const CSize next(width(random), height(random));
         resizer.ResizeAll(SIZE_RESTORED, next.cx, next.cy);
         const int dx = next.cx - size.cx;
@@ -212,7 +147,7 @@ TEST_F(DlgResizer, RandomResizesFollowTheTruncationRule)
             edges.right += ((rules[i] >> 1) & 1) * dx + ((rules[i] >> 4) & 1) * half;
             edges.top += ((rules[i] >> 2) & 1) * dy;
             edges.bottom += ((rules[i] >> 3) & 1) * dy;
-            ASSERT_EQ(RectOf(*m_children[i]), edges.Shown()) << "round " << round << ", rule " << rules[i];
+            ASSERT_EQ(PlaceOf(*m_children[i]), edges.Shown()) << "round " << round << ", rule " << rules[i];
         }
         size = next;
     }
@@ -221,11 +156,11 @@ TEST_F(DlgResizer, RandomResizesFollowTheTruncationRule)
 TEST_F(DlgResizer, AControlOfNoSizeGetsItsLastOneBack)
 {
     VDlgResizer anchors;
-    anchors.Init(&m_host);
+    anchors.Init(&host);
     CWnd& anchored = AddChild();
     anchors.AddControl(&anchored, VDlgResizer::MoveRight);
     VDlgResizerEx shares;
-    shares.Init(&m_host);
+    shares.Init(&host);
     CWnd& shared = AddChild();
     shares.AddControl(&shared, 0, 1, 0, 0);
     CWnd& untouched = AddChild({10, 10, 10, 10});
@@ -238,9 +173,9 @@ TEST_F(DlgResizer, AControlOfNoSizeGetsItsLastOneBack)
     ResizeBy(anchors, 6, 0);
     ResizeBy(shares, 6, 0);
     const CRect grown(kRect.left, kRect.top, kRect.right + 10, kRect.bottom);
-    EXPECT_EQ(RectOf(anchored), grown);
-    EXPECT_EQ(RectOf(shared), grown);
-    EXPECT_EQ(RectOf(untouched), CRect(10, 10, 10, 10)); // there is no last size yet
+    EXPECT_EQ(PlaceOf(anchored), grown);
+    EXPECT_EQ(PlaceOf(shared), grown);
+    EXPECT_EQ(PlaceOf(untouched), CRect(10, 10, 10, 10)); // there is no last size yet
 }
 
 TEST_F(DlgResizer, MinimisingRestoringAndMaximisingPutEverythingBack)
@@ -252,12 +187,8 @@ TEST_F(DlgResizer, MinimisingRestoringAndMaximisingPutEverythingBack)
     PumpMessages();
     const auto places = [&] {
         std::vector<CRect> rects;
-        for (const UINT id : {kFirstId, UINT(IDOK), UINT(IDCANCEL)}) {
-            CRect rect;
-            dlg.GetDlgItem(static_cast<int>(id))->GetWindowRect(rect);
-            dlg.ScreenToClient(rect);
-            rects.push_back(rect);
-        }
+        for (const int id : {int{kFirstId}, IDOK, IDCANCEL})
+            rects.push_back(PlaceOf(*dlg.GetDlgItem(id)));
         return rects;
     };
     const std::vector<CRect> before = places();
@@ -305,20 +236,20 @@ TEST_F(DlgResizer, OneBatchMovesAllAndThenTheDialogIsInvalidated)
         }
         HWND windows[2];
         std::function<void()> onLayout;
-    } resizer(first.m_hWnd, second.m_hWnd, [&] { seen.push_back(RectOf(first)); });
-    resizer.Init(&m_host);
-    m_host.UpdateWindow();
-    ASSERT_FALSE(m_host.GetUpdateRect(nullptr));
+    } resizer(first.m_hWnd, second.m_hWnd, [&] { seen.push_back(PlaceOf(first)); });
+    resizer.Init(&host);
+    host.UpdateWindow();
+    ASSERT_FALSE(host.GetUpdateRect(nullptr));
 
     ResizeBy(resizer, 5, 6);
     EXPECT_EQ(seen, std::vector<CRect>(4, kRect));
-    EXPECT_EQ(RectOf(first), CRect(CPoint(5, 6), CSize(20, 20)));
-    EXPECT_EQ(RectOf(second), CRect(CPoint(5, 6), CSize(20, 20)));
+    EXPECT_EQ(PlaceOf(first), CRect(CPoint(5, 6), CSize(20, 20)));
+    EXPECT_EQ(PlaceOf(second), CRect(CPoint(5, 6), CSize(20, 20)));
     CRect dirty;
-    EXPECT_TRUE(m_host.GetUpdateRect(dirty));
+    EXPECT_TRUE(host.GetUpdateRect(dirty));
     EXPECT_EQ(dirty, CRect(CPoint(0, 0), kClient));
-    MessageSpy spy(m_host.m_hWnd);
-    m_host.UpdateWindow();
+    MessageSpy spy(host.m_hWnd);
+    host.UpdateWindow();
     EXPECT_EQ(spy.Count(WM_ERASEBKGND), 1);
 }
 
@@ -329,12 +260,12 @@ TEST_F(DlgResizer, ExceptionsAreReportedAndMoveNothing)
                                             [] { throw std::runtime_error("fault"); }, [] { throw 1; }};
     for (const auto& fault : faults) {
         CustomResizer resizer(child.m_hWnd, fault);
-        resizer.Init(&m_host);
+        resizer.Init(&host);
         auto answer = AnswerMessageBox(IDOK);
         EXPECT_NO_THROW(resizer.ResizeAll(SIZE_RESTORED, 500, 400));
         EXPECT_EQ(answer.Text(), L"控件异常!");
         EXPECT_EQ(resizer.GetClientSize(), CSize(500, 400));
-        EXPECT_EQ(RectOf(child), kRect);
+        EXPECT_EQ(PlaceOf(child), kRect);
     }
 }
 
@@ -347,17 +278,17 @@ TEST_F(DlgResizer, AnIndexBeyondTheRecordsIsAnException)
         INT_PTR GetSize() const override { return VDlgResizerEx::GetSize() + 1; }
     } shares;
     CWnd& child = AddChild();
-    anchors.Init(&m_host);
+    anchors.Init(&host);
     anchors.AddControl(&child, VDlgResizer::MoveAll);
-    shares.Init(&m_host);
+    shares.Init(&host);
     shares.AddControl(&child, 1, 1, 1, 1);
     for (VDlgResizerBase* resizer :
          {static_cast<VDlgResizerBase*>(&anchors), static_cast<VDlgResizerBase*>(&shares)}) {
         auto answer = AnswerMessageBox(IDOK);
         ResizeBy(*resizer, 10, 10);
         EXPECT_TRUE(answer.Shown());
-        EXPECT_EQ(RectOf(child), kRect);
-        EXPECT_THROW((void)resizer->SearchWnd(&m_host), CInvalidArgException*);
+        EXPECT_EQ(PlaceOf(child), kRect);
+        EXPECT_THROW((void)resizer->SearchWnd(&host), CInvalidArgException*);
     }
 }
 
@@ -374,7 +305,7 @@ TEST_F(DlgResizer, WindowsThatAreGoneOrMissingAreSkipped)
     EXPECT_EQ(resizer.GetSize(), 0);
     EXPECT_EQ(resizer.GetClientSize(), CSize(0, 0));
 
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     resizer.AddControl(static_cast<CWnd*>(nullptr), VDlgResizer::MoveAll);
     resizer.AddControl(&empty, VDlgResizer::MoveAll);
     resizer.AddControl(4711, VDlgResizer::MoveAll);
@@ -384,14 +315,14 @@ TEST_F(DlgResizer, WindowsThatAreGoneOrMissingAreSkipped)
     EXPECT_EQ(resizer.GetSize(), 2);
     doomed.DestroyWindow();
     ResizeBy(resizer, 8, 9);
-    EXPECT_EQ(RectOf(child), kRect + CPoint(8, 9));
+    EXPECT_EQ(PlaceOf(child), kRect + CPoint(8, 9));
     EXPECT_EQ(resizer.SearchWnd(&doomed), -1);
     resizer.Resize(&doomed, 5, 5, VDlgResizer::MoveAll);
     resizer.SetControl(&empty, 0);
     resizer.SetControl(static_cast<CWnd*>(nullptr), 0);
     resizer.Resize(4711, 5, 5, 0);
 
-    m_host.DestroyWindow();
+    host.DestroyWindow();
     ResizeBy(resizer, 8, 9);
     resizer.AddControl(kFirstId, VDlgResizer::MoveAll);
     EXPECT_EQ(resizer.GetSize(), 2);
@@ -410,31 +341,31 @@ TEST_F(DlgResizer, ControlsMayDestroyEverythingWhileTheyAreMoved)
             return CStatic::WindowProc(message, wParam, lParam);
         }
     } bomb;
-    ASSERT_TRUE(bomb.Create(L"", WS_CHILD | WS_VISIBLE, kRect, &m_host, 1));
+    ASSERT_TRUE(bomb.Create(L"", WS_CHILD | WS_VISIBLE, kRect, &host, 1));
     CWnd& neighbour = AddChild();
     CWnd& last = AddChild();
     auto resizer = std::make_unique<VDlgResizerEx>();
-    resizer->Init(&m_host);
+    resizer->Init(&host);
     for (CWnd* child : {static_cast<CWnd*>(&bomb), &neighbour, &last})
         resizer->AddControl(child, 1, 1, 1, 1);
     bomb.onMoved = [&] { neighbour.DestroyWindow(); };
     ResizeBy(*resizer, 1, 2);
     EXPECT_EQ(neighbour.m_hWnd, nullptr);
-    EXPECT_EQ(RectOf(last), kRect + CPoint(1, 2));
+    EXPECT_EQ(PlaceOf(last), kRect + CPoint(1, 2));
 
     bomb.onMoved = [&] {
         resizer.reset();
-        m_host.DestroyWindow();
+        host.DestroyWindow();
     };
     ResizeBy(*resizer, 1, 2);
     EXPECT_EQ(resizer, nullptr);
-    EXPECT_EQ(m_host.m_hWnd, nullptr);
+    EXPECT_EQ(host.m_hWnd, nullptr);
 }
 
 TEST_F(DlgResizer, RulesCanBeChangedAndControlsLaidOutSingly)
 {
     VDlgResizer resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     CWnd& child = AddChild();
     CWnd& other = AddChild();
     resizer.AddControl(kFirstId, VDlgResizer::MoveAll);
@@ -444,27 +375,29 @@ TEST_F(DlgResizer, RulesCanBeChangedAndControlsLaidOutSingly)
     EXPECT_EQ(resizer.SearchWnd(&child), 0);
     EXPECT_EQ(resizer.SearchWnd(&other), 2);
     CSize size(-1, -1);
-    EXPECT_FALSE(resizer.GetCtrlSize(&m_host, size));
+    EXPECT_FALSE(resizer.GetCtrlSize(&host, size));
     EXPECT_EQ(size, CSize(-1, -1));
     EXPECT_TRUE(resizer.GetCtrlSize(&child, size));
     EXPECT_EQ(size, CSize(0, 0));
 
-    m_host.UpdateWindow();
+    host.UpdateWindow();
     resizer.Resize(kFirstId, 10, 20, VDlgResizer::MoveRight);
     const CRect wider(kRect.left, kRect.top, kRect.right + 10, kRect.bottom);
-    EXPECT_EQ(RectOf(child), wider);
+    EXPECT_EQ(PlaceOf(child), wider);
     EXPECT_TRUE(child.GetUpdateRect(nullptr));
-    EXPECT_EQ(RectOf(other), kRect);
+    EXPECT_EQ(PlaceOf(other), kRect);
     EXPECT_EQ(resizer.GetClientSize(), kClient);
 
     resizer.SetControl(&other, VDlgResizer::MoveBottom);
     ResizeBy(resizer, 10, 20);
-    EXPECT_EQ(RectOf(other), CRect(kRect.left, kRect.top, kRect.right, kRect.bottom + 20));
-    EXPECT_EQ(RectOf(child), CRect(wider.left + 10, wider.top, wider.right, wider.bottom)); // the later one
+    EXPECT_EQ(PlaceOf(other), CRect(kRect.left, kRect.top, kRect.right, kRect.bottom + 20));
+    EXPECT_TRUE(resizer.GetCtrlSize(&other, size));
+    EXPECT_EQ(size, PlaceOf(other).Size());
+    EXPECT_EQ(PlaceOf(child), CRect(wider.left + 10, wider.top, wider.right, wider.bottom)); // the later one
 
     resizer.SetClientSize(1000, 1000);
     resizer.ResizeAll(SIZE_RESTORED, 1000, 1001);
-    EXPECT_EQ(RectOf(other).bottom, kRect.bottom + 21);
+    EXPECT_EQ(PlaceOf(other).bottom, kRect.bottom + 21);
 }
 
 TEST_F(DlgResizer, ScaleSwapsItsFirstTwoArgumentsOnceOnly)
@@ -479,37 +412,37 @@ TEST_F(DlgResizer, ScaleSwapsItsFirstTwoArgumentsOnceOnly)
         EXPECT_EQ(s.fBottom, 4);
     }
     VDlgResizer resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     AddChild();
     resizer.AddControl(kFirstId, scale);
     ResizeBy(resizer, 10, 20);
-    EXPECT_EQ(RectOf(*m_children[0]), kRect + CPoint(10, 20));
+    EXPECT_EQ(PlaceOf(*m_children[0]), kRect + CPoint(10, 20));
 }
 
 TEST_F(DlgResizer, CopiesGoTheirOwnWay)
 {
     CWnd& child = AddChild();
     VDlgResizer resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     resizer.AddControl(&child, VDlgResizer::MoveLeft);
     VDlgResizer copy(resizer);
     copy.SetControl(&child, VDlgResizer::MoveAll);
     ResizeBy(resizer, 10, 0);
     EXPECT_EQ(copy.GetClientSize(), kClient);
     ResizeBy(copy, 5, 5);
-    EXPECT_EQ(RectOf(child), CRect(kRect.left + 15, kRect.top + 5, kRect.right + 5, kRect.bottom + 5));
+    EXPECT_EQ(PlaceOf(child), CRect(kRect.left + 15, kRect.top + 5, kRect.right + 5, kRect.bottom + 5));
 
     CustomResizer base(child.m_hWnd, [] {});
-    base.Init(&m_host);
+    base.Init(&host);
     base.SetClientSize(7, 8);
     CustomResizer assigned(nullptr, [] {});
     assigned = base;
-    EXPECT_EQ(assigned.Dialog(), m_host.m_hWnd);
+    EXPECT_EQ(assigned.Dialog(), host.m_hWnd);
     EXPECT_EQ(assigned.GetClientSize(), CSize(7, 8));
     assigned.SaveClientSize();
     EXPECT_EQ(assigned.GetClientSize(), kClient);
     EXPECT_TRUE(CustomResizer::ISVALIDEWND(&child));
-    m_host.DestroyWindow();
+    host.DestroyWindow();
     EXPECT_FALSE(CustomResizer::ISVALIDEWND(&child));
     EXPECT_FALSE(CustomResizer::ISVALIDEWND(nullptr));
     base.SaveClientSize();
@@ -521,8 +454,8 @@ TEST_F(DlgResizer, AbsurdSizesAndSharesAreHarmless)
     const double nan = std::numeric_limits<double>::quiet_NaN();
     VDlgResizer anchors;
     VDlgResizerEx shares;
-    anchors.Init(&m_host);
-    shares.Init(&m_host);
+    anchors.Init(&host);
+    shares.Init(&host);
     anchors.AddControl(&AddChild(), 0x3F);
     CWnd& still = AddChild();
     shares.AddControl(&still, nan, nan, nan, nan);
@@ -531,41 +464,41 @@ TEST_F(DlgResizer, AbsurdSizesAndSharesAreHarmless)
         anchors.ResizeAll(SIZE_RESTORED, size, size);
         shares.ResizeAll(SIZE_RESTORED, size, size);
     }
-    EXPECT_EQ(RectOf(still), kRect);
+    EXPECT_EQ(PlaceOf(still), kRect);
     shares.SetControl(&still, 1, 1, 1, 1); // what was not a number has left no trace
     ResizeBy(shares, 3, 4);
-    EXPECT_EQ(RectOf(still), kRect + CPoint(3, 4));
+    EXPECT_EQ(PlaceOf(still), kRect + CPoint(3, 4));
 }
 
-TEST_F(DlgResizerEx, FractionsAreCarriedToTheNextResize)
+TEST_F(DlgResizer, FractionsAreCarriedToTheNextResize)
 {
     VDlgResizerEx resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     CWnd& child = AddChild();
     resizer.AddControl(&child, 0.5, 0.5, 0, 0);
     std::vector<int> lefts;
     for (const int dx : {1, 1, 1, -1, -1, -1, -1, -1}) {
         ResizeBy(resizer, dx, 9);
-        EXPECT_EQ(RectOf(child).Size(), kRect.Size());
-        EXPECT_EQ(RectOf(child).top, kRect.top);
-        lefts.push_back(RectOf(child).left - kRect.left);
+        EXPECT_EQ(PlaceOf(child).Size(), kRect.Size());
+        EXPECT_EQ(PlaceOf(child).top, kRect.top);
+        lefts.push_back(PlaceOf(child).left - kRect.left);
     }
     EXPECT_EQ(lefts, (std::vector<int>{0, 1, 1, 1, 1, 0, 0, -1}));
 
     // The control alone, by another rule, from a carry of nothing.
     resizer.Resize(kFirstId, 4, 8, 0.25F, 1.0F, 0.0F, 0.5F);
-    EXPECT_EQ(RectOf(child), CRect(kRect.left, kRect.top, kRect.right + 3, kRect.bottom + 4));
+    EXPECT_EQ(PlaceOf(child), CRect(kRect.left, kRect.top, kRect.right + 3, kRect.bottom + 4));
 }
 
-TEST_F(DlgResizerEx, RandomResizesNeverDrift)
+TEST_F(DlgResizer, RandomResizesNeverDrift)
 {
     struct Shares {
         double left, right, top, bottom;
     };
     const Shares rules[] = {{0.5, 0.5, 0.125, 1}, {1.0 / 3, 0.7, 0.01, 0.9}};
-    m_host.ShowWindow(SW_HIDE);
+    host.ShowWindow(SW_HIDE);
     VDlgResizerEx resizer;
-    resizer.Init(&m_host);
+    resizer.Init(&host);
     for (const Shares& rule : rules)
         resizer.AddControl(&AddChild(), rule.left, rule.right, rule.top, rule.bottom);
 
@@ -574,14 +507,12 @@ TEST_F(DlgResizerEx, RandomResizesNeverDrift)
     std::uniform_int_distribution<int> height(kClient.cy, 1200);
     // Single precision itself strays a little over so many sums.
     constexpr double kPixel = 1.01;
-    static int runs = 0;
-    const int rounds = RandomResizes(runs);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < kRandomResizes; ++round) {
         const CSize size(width(random), height(random));
         resizer.ResizeAll(SIZE_RESTORED, size.cx, size.cy);
         const CSize grown = size - kClient;
         for (size_t i = 0; i < std::size(rules); ++i) {
-            const CRect rect = RectOf(*m_children[i]);
+            const CRect rect = PlaceOf(*m_children[i]);
             ASSERT_LE(std::abs(kRect.left + grown.cx * rules[i].left - rect.left), kPixel) << round;
             ASSERT_LE(std::abs(kRect.right + grown.cx * rules[i].right - rect.right), kPixel) << round;
             ASSERT_LE(std::abs(kRect.top + grown.cy * rules[i].top - rect.top), kPixel) << round;

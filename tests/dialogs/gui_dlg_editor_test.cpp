@@ -15,21 +15,31 @@ class GuiDlgEditor : public GuiDlgTest
 protected:
     void SetUp() override
     {
-        m_oldMain = AfxGetApp()->m_pMainWnd;
         m_frame = new CFrameWnd; // deletes itself
         ASSERT_TRUE(m_frame->Create(nullptr, L"host", WS_OVERLAPPEDWINDOW, CRect(20, 20, 180, 120)));
         m_frame->ShowWindow(SW_SHOW);
-        AfxGetApp()->m_pMainWnd = m_frame;
+        m_main.emplace(m_frame);
         PumpMessages();
     }
     void TearDown() override
     {
-        AfxGetApp()->m_pMainWnd = m_oldMain;
+        m_main.reset();
+        dlg.DestroyWindow();
         m_frame->DestroyWindow();
     }
 
+    void OpenOwned(TestDlg& owned) const
+    {
+        const DialogTemplate t = PlainTemplate();
+        ASSERT_TRUE(owned.CreateIndirect(t.Get(), m_frame));
+        owned.ShowWindow(SW_SHOW);
+        owned.SetForegroundWindow();
+        PumpMessages();
+    }
+
     CFrameWnd* m_frame = nullptr;
-    CWnd* m_oldMain = nullptr;
+    std::optional<MainWndScope> m_main;
+    TestDlg dlg;
 };
 
 // Closes itself when it is told of something, as a host may do, and is freed with its window.
@@ -51,21 +61,11 @@ protected:
     }
 };
 
-void OpenOwned(TestDlg& dlg, CWnd* owner)
-{
-    const DialogTemplate t = PlainTemplate();
-    ASSERT_TRUE(dlg.CreateIndirect(t.Get(), owner));
-    dlg.ShowWindow(SW_SHOW);
-    dlg.SetForegroundWindow();
-    PumpMessages();
-}
-
 } // namespace
 
 TEST_F(GuiDlgEditor, ModelessDialogGivesWayToItsParentAndComesBack)
 {
-    TestDlg dlg;
-    OpenOwned(dlg, m_frame);
+    OpenOwned(dlg);
     {
         const VEditorCommand command(&dlg);
         EXPECT_EQ(dlg.m_nEditorState, 3);
@@ -81,8 +81,7 @@ TEST_F(GuiDlgEditor, ModelessDialogGivesWayToItsParentAndComesBack)
 
 TEST_F(GuiDlgEditor, HiddenDialogStaysHidden)
 {
-    TestDlg dlg;
-    OpenOwned(dlg, m_frame);
+    OpenOwned(dlg);
     dlg.ShowWindow(SW_HIDE);
     dlg.BeginEditorCommand();
     EXPECT_EQ(dlg.m_nEditorState, 1);
@@ -93,7 +92,6 @@ TEST_F(GuiDlgEditor, HiddenDialogStaysHidden)
 
 TEST_F(GuiDlgEditor, ModalDialogEnablesItsOwnersMeanwhile)
 {
-    TestDlg dlg(m_frame);
     const DialogTemplate t = PlainTemplate();
     ASSERT_TRUE(dlg.InitModalIndirect(t.Get(), m_frame));
     auto answer = WhenModal([&](HWND) {
@@ -116,8 +114,7 @@ TEST_F(GuiDlgEditor, ModalDialogEnablesItsOwnersMeanwhile)
 
 TEST_F(GuiDlgEditor, CommandCompletesOnce)
 {
-    TestDlg dlg;
-    OpenOwned(dlg, m_frame);
+    OpenOwned(dlg);
     {
         VEditorCommand command(&dlg);
         command.CompleteEditorCommand();
@@ -130,8 +127,7 @@ TEST_F(GuiDlgEditor, CommandCompletesOnce)
 
 TEST_F(GuiDlgEditor, CommandInsideACommandDoesNotLoseTheDialog)
 {
-    TestDlg dlg;
-    OpenOwned(dlg, m_frame);
+    OpenOwned(dlg);
     {
         const VEditorCommand outer(&dlg);
         const VEditorCommand inner(&dlg);
@@ -146,14 +142,14 @@ TEST_F(GuiDlgEditor, CommandOutlivesItsDialog)
     VEditorCommand nothing(nullptr);
     nothing.CompleteEditorCommand();
 
-    auto dlg = std::make_unique<TestDlg>();
-    const VEditorCommand unborn(dlg.get());
-    EXPECT_EQ(dlg->m_nEditorState, 0);
-    OpenOwned(*dlg, m_frame);
-    const VEditorCommand command(dlg.get());
-    dlg->DestroyWindow();
-    EXPECT_EQ(dlg->m_nEditorState, 0);
-    dlg.reset();
+    auto brief = std::make_unique<TestDlg>();
+    const VEditorCommand unborn(brief.get());
+    EXPECT_EQ(brief->m_nEditorState, 0);
+    OpenOwned(*brief);
+    const VEditorCommand command(brief.get());
+    brief->DestroyWindow();
+    EXPECT_EQ(brief->m_nEditorState, 0);
+    brief.reset();
 }
 
 TEST_F(GuiDlgEditor, CommandMayCloseAndFreeTheDialog)
@@ -166,14 +162,14 @@ TEST_F(GuiDlgEditor, CommandMayCloseAndFreeTheDialog)
     };
     for (const auto& item : cases) {
         SCOPED_TRACE(item.begins + item.completes);
-        auto* const dlg = new Lingering<ClosingDlg>;
-        OpenOwned(*dlg, m_frame);
-        const HWND window = dlg->m_hWnd;
+        auto* const closing = new Lingering<ClosingDlg>;
+        OpenOwned(*closing);
+        const HWND window = closing->m_hWnd;
         {
-            dlg->closesAt = item.begins;
-            const VEditorCommand command(dlg);
+            closing->closesAt = item.begins;
+            const VEditorCommand command(closing);
             if (::IsWindow(window))
-                dlg->closesAt = item.completes;
+                closing->closesAt = item.completes;
         }
         EXPECT_FALSE(::IsWindow(window));
         EXPECT_TRUE(Lingering<ClosingDlg>::IsUntouched());
@@ -184,7 +180,6 @@ TEST_F(GuiDlgEditor, MainFrameIsUsableAfterAModalDialogOfAnotherWindow)
 {
     HostWnd other;
     ASSERT_TRUE(other.Open());
-    TestDlg dlg;
     const DialogTemplate t = PlainTemplate();
     ASSERT_TRUE(dlg.InitModalIndirect(t.Get(), &other));
     auto answer = WhenModal([&](HWND) {

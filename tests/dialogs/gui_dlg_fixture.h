@@ -1,16 +1,13 @@
 // A skinned dialog to test with, and the window state that the tests of it share.
 #pragma once
 
-#include "tests/support/census.h"
 #include "tests/support/dialog_template.h"
-#include "tests/support/input.h"
-#include "tests/support/pump.h"
+#include "tests/support/host_test.h"
 #include "vgui/dialogs/gui_dlg.h"
 #include "vgui/dialogs/gui_dlg_geometry.h"
 #include "vgui/foundation/gui_manager.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <vector>
 
@@ -113,6 +110,20 @@ class GuiDlgTest : public support::CensusTest
 {
 public:
     static void SetUpTestSuite();
+};
+
+// The base of suites whose dialog is open.
+class OpenDlgTest : public GuiDlgTest
+{
+protected:
+    void SetUp() override { Open(dlg); }
+    void OpenAgain(const support::DialogTemplate& t = PlainTemplate())
+    {
+        dlg.DestroyWindow();
+        Open(dlg, t);
+    }
+
+    TestDlg dlg;
 };
 
 inline gui_dlg::NcMetrics LiveMetrics()

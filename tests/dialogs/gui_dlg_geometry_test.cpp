@@ -26,11 +26,6 @@ std::vector<Button> Buttons(const CRect& window, const NcMetrics& nc, const CapB
     return buttons;
 }
 
-SizingLimits Free()
-{
-    return {true, true, 0, 0};
-}
-
 } // namespace
 
 TEST(GuiDlgGeometry, ClientAndRegionAndCaptionFitTogether)
@@ -126,58 +121,34 @@ TEST(GuiDlgGeometry, DragAreaIsTheCaption)
     EXPECT_FALSE(drags(300, 20));
 }
 
-TEST(GuiDlgGeometry, LockedDimensionKeepsItsEdges)
+TEST(GuiDlgGeometry, SizingIsHeldToTheLimits)
 {
     const CRect current(100, 100, 300, 250);
-    RECT dragged{90, 80, 320, 270};
-    SizingLimits limits = Free();
-    limits.allowHeight = false;
-    LimitSizing(dragged, current, limits);
-    EXPECT_EQ(CRect(dragged), CRect(90, 100, 320, 250));
-
-    dragged = {90, 80, 320, 270};
-    limits = Free();
-    limits.allowWidth = false;
-    limits.minWidth = 1000; // a lock comes before a minimum
-    LimitSizing(dragged, current, limits);
-    EXPECT_EQ(CRect(dragged), CRect(100, 80, 300, 270));
-}
-
-TEST(GuiDlgGeometry, MinimumIsAnchoredAtTheTopLeftForEveryEdge)
-{
-    const CRect current(100, 100, 300, 250);
-    SizingLimits limits = Free();
-    limits.minWidth = 180;
-    limits.minHeight = 120;
-    const CRect least(100, 100, 280, 220);
-    for (const CRect& tooSmall :
-         {CRect(200, 200, 300, 250), CRect(100, 100, 150, 150), CRect(250, 240, 100, 50)}) {
-        RECT dragged = tooSmall;
-        LimitSizing(dragged, current, limits);
-        EXPECT_EQ(CRect(dragged), least);
+    const struct {
+        SizingLimits limits;
+        CRect dragged, expected;
+    } cases[] = {
+        {{true, false, 0, 0}, {90, 80, 320, 270}, {90, 100, 320, 250}},
+        // A lock comes before a minimum.
+        {{false, true, 1000, 0}, {90, 80, 320, 270}, {100, 80, 300, 270}},
+        // The minimum is anchored at the top left, whichever edge is dragged.
+        {{true, true, 180, 120}, {200, 200, 300, 250}, {100, 100, 280, 220}},
+        {{true, true, 180, 120}, {100, 100, 150, 150}, {100, 100, 280, 220}},
+        {{true, true, 180, 120}, {250, 240, 100, 50}, {100, 100, 280, 220}},
+        {{true, true, 180, 120}, {50, 60, 230, 180}, {50, 60, 230, 180}},
+        {{true, true, 300, 0}, {100, 100, 110, 110}, {100, 100, 400, 110}},
+    };
+    for (const auto& c : cases) {
+        RECT dragged = c.dragged;
+        LimitSizing(dragged, current, c.limits);
+        EXPECT_EQ(CRect(dragged), c.expected);
     }
-    RECT justEnough{50, 60, 230, 180};
-    LimitSizing(justEnough, current, limits);
-    EXPECT_EQ(CRect(justEnough), CRect(50, 60, 230, 180));
-}
-
-TEST(GuiDlgGeometry, OneMinimumLimitsOneDimension)
-{
-    const CRect current(100, 100, 600, 500);
-    SizingLimits limits = Free();
-    limits.minWidth = 300;
-    RECT dragged{100, 100, 110, 110};
-    LimitSizing(dragged, current, limits);
-    EXPECT_EQ(CRect(dragged), CRect(100, 100, 400, 110));
 }
 
 TEST(GuiDlgGeometry, HugeMinimumDoesNotWrap)
 {
-    SizingLimits limits = Free();
-    limits.minWidth = UINT_MAX;
-    limits.minHeight = UINT_MAX;
     RECT dragged{0, 0, 50, 50};
-    LimitSizing(dragged, CRect(100, 100, 200, 200), limits);
+    LimitSizing(dragged, CRect(100, 100, 200, 200), {true, true, UINT_MAX, UINT_MAX});
     EXPECT_GT(dragged.right, 100000);
     EXPECT_GT(dragged.bottom, 100000);
 }

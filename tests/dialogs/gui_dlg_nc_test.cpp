@@ -9,7 +9,7 @@ using namespace support;
 namespace
 {
 
-class GuiDlgNc : public GuiDlgTest
+class GuiDlgNc : public OpenDlgTest
 {
 };
 
@@ -74,8 +74,6 @@ void ExpectCaptionColours(TestDlg& dlg, COLORREF from, COLORREF to, COLORREF tex
 
 TEST_F(GuiDlgNc, CloseButtonCloses)
 {
-    TestDlg dlg;
-    Open(dlg);
     Click(CapBtnCenter(dlg, HTCLOSE));
     EXPECT_EQ(dlg.closeCalls, 1);
     EXPECT_EQ(dlg.m_hWnd, nullptr);
@@ -83,8 +81,6 @@ TEST_F(GuiDlgNc, CloseButtonCloses)
 
 TEST_F(GuiDlgNc, MaximiseButtonMaximisesAndRestores)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect normal = WindowRect(dlg);
     Click(CapBtnCenter(dlg, HTMAXBUTTON));
     EXPECT_TRUE(dlg.IsZoomed());
@@ -95,8 +91,6 @@ TEST_F(GuiDlgNc, MaximiseButtonMaximisesAndRestores)
 
 TEST_F(GuiDlgNc, MinimiseButtonMinimisesButRestoresAMaximisedDialog)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect normal = WindowRect(dlg);
     dlg.ShowWindow(SW_SHOWMAXIMIZED);
     PumpMessages();
@@ -110,8 +104,6 @@ TEST_F(GuiDlgNc, MinimiseButtonMinimisesButRestoresAMaximisedDialog)
 
 TEST_F(GuiDlgNc, HelpButtonPromptsForHelp)
 {
-    TestDlg dlg;
-    Open(dlg);
     Click(CapBtnCenter(dlg, HTHELP));
     EXPECT_EQ(dlg.helpCalls, 1);
     EXPECT_EQ(dlg.m_bNcBtnDown, 0);
@@ -119,19 +111,17 @@ TEST_F(GuiDlgNc, HelpButtonPromptsForHelp)
 
 TEST_F(GuiDlgNc, HelpMayDestroyTheDialog)
 {
-    auto* dlg = new TestDlg;
-    dlg->deleteWithWindow = true;
-    Open(*dlg);
-    const HWND window = dlg->m_hWnd;
-    dlg->onHelp = [dlg] { dlg->DestroyWindow(); };
-    Click(CapBtnCenter(*dlg, HTHELP));
+    auto* doomed = new TestDlg;
+    doomed->deleteWithWindow = true;
+    Open(*doomed);
+    const HWND window = doomed->m_hWnd;
+    doomed->onHelp = [doomed] { doomed->DestroyWindow(); };
+    Click(CapBtnCenter(*doomed, HTHELP));
     EXPECT_FALSE(::IsWindow(window));
 }
 
-TEST_F(GuiDlgNc, ReleaseOutsideDoesNothing)
+TEST_F(GuiDlgNc, PressOrReleaseOutsideDoesNothing)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CPoint close = CapBtnCenter(dlg, HTCLOSE);
     for (const CPoint& elsewhere : {CenterOf(dlg.m_hWnd), CPoint(WindowRect(dlg).left + 40, close.y),
                                     WindowRect(dlg).BottomRight() + CSize(60, 60)}) {
@@ -146,25 +136,17 @@ TEST_F(GuiDlgNc, ReleaseOutsideDoesNothing)
         MoveTo(close);
         EXPECT_EQ(dlg.closeCalls, 0);
     }
-    ASSERT_NE(dlg.m_hWnd, nullptr);
-}
-
-TEST_F(GuiDlgNc, PressOutsideAndReleaseOnAButtonDoesNothing)
-{
-    TestDlg dlg;
-    Open(dlg);
     MoveTo(CenterOf(dlg.m_hWnd));
     Press();
-    MoveTo(CapBtnCenter(dlg, HTCLOSE));
+    MoveTo(close);
     Release();
     PumpMessages();
     EXPECT_EQ(dlg.closeCalls, 0);
+    ASSERT_NE(dlg.m_hWnd, nullptr);
 }
 
 TEST_F(GuiDlgNc, ButtonsAreReportedOnlyWhilePressed)
 {
-    TestDlg dlg;
-    Open(dlg);
     const auto hitAt = [&](CPoint p) { return dlg.SendMessage(WM_NCHITTEST, 0, MAKELPARAM(p.x, p.y)); };
     for (const LRESULT hit : {HTCLOSE, HTMAXBUTTON, HTMINBUTTON, HTHELP}) {
         const CPoint center = CapBtnCenter(dlg, hit);
@@ -184,8 +166,7 @@ TEST_F(GuiDlgNc, MissingButtonsLeaveNoGapOnTheScreen)
 {
     const DWORD boxes[] = {0, WS_MAXIMIZEBOX, WS_MINIMIZEBOX, kBothBoxes};
     for (const DWORD box : boxes) {
-        TestDlg dlg;
-        Open(dlg, PlainTemplate(kCaptionStyle | box));
+        OpenAgain(PlainTemplate(kCaptionStyle | box));
         const DibSurface shown = CaptureWindow(dlg.m_hWnd);
         for (const LRESULT hit : {HTCLOSE, HTMAXBUTTON, HTMINBUTTON, HTHELP}) {
             if (CapBtnCenter(dlg, hit) == CPoint(-1, -1))
@@ -203,8 +184,6 @@ TEST_F(GuiDlgNc, MissingButtonsLeaveNoGapOnTheScreen)
 
 TEST_F(GuiDlgNc, MovesByTheCaption)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect before = WindowRect(dlg);
     const CPoint grip(before.left + 60, before.top + VGM.Dlg.nFrameWidth + 5);
     Drag({grip, grip + CSize(20, 10), grip + CSize(50, 30)});
@@ -214,8 +193,6 @@ TEST_F(GuiDlgNc, MovesByTheCaption)
 
 TEST_F(GuiDlgNc, FrameIsDrawnRingByRing)
 {
-    TestDlg dlg;
-    Open(dlg);
     const DibSurface shown = CaptureWindow(dlg.m_hWnd);
     const CSize size = shown.Bounds().Size();
     ExpectPixels(shown, [&](int x, int y) { return FramePixel(size, x, y); });
@@ -224,8 +201,6 @@ TEST_F(GuiDlgNc, FrameIsDrawnRingByRing)
 TEST_F(GuiDlgNc, CaptionColoursFollowTheActivation)
 {
     const auto& look = VGM.Dlg;
-    TestDlg dlg;
-    Open(dlg);
     ExpectCaptionColours(dlg, look.clrCapActiveFrom, look.clrCapActiveTo, look.clrCapActiveText);
     ::SetForegroundWindow(AnchorWindow());
     PumpMessages();
@@ -237,8 +212,6 @@ TEST_F(GuiDlgNc, CaptionColoursFollowTheActivation)
 
 TEST_F(GuiDlgNc, NewCaptionTextIsShownAtOnce)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect caption = gui_dlg::CaptionRect(WindowRect(dlg) - WindowRect(dlg).TopLeft(), LiveMetrics());
     dlg.SetWindowText(L"");
     EXPECT_EQ(CaptureWindow(dlg.m_hWnd).Count(VGM.Dlg.clrCapActiveText, caption), 0);
@@ -255,8 +228,6 @@ TEST_F(GuiDlgNc, NewCaptionTextIsShownAtOnce)
 
 TEST_F(GuiDlgNc, ButtonFacesAndGlyphs)
 {
-    TestDlg dlg;
-    Open(dlg);
     const DibSurface shown = CaptureWindow(dlg.m_hWnd);
     const CRect close = CapBtnInWindow(dlg, HTCLOSE);
     EXPECT_EQ(shown.Pixel(close.left + 1, close.CenterPoint().y), RGB(255, 255, 255));
@@ -280,8 +251,6 @@ TEST_F(GuiDlgNc, ButtonFacesAndGlyphs)
 
 TEST_F(GuiDlgNc, HelpGlyphIsTheLibrarysBitmap)
 {
-    TestDlg dlg;
-    Open(dlg);
     const DibSurface shown = CaptureWindow(dlg.m_hWnd);
     const CRect help = CapBtnInWindow(dlg, HTHELP);
     BITMAP size{};
@@ -302,8 +271,7 @@ TEST_F(GuiDlgNc, HelpGlyphIsTheLibrarysBitmap)
 
 TEST_F(GuiDlgNc, TinyAndHiddenWindowsAreSafe)
 {
-    TestDlg dlg;
-    Open(dlg, PlainTemplate(WS_POPUP | WS_CAPTION | DS_SETFONT));
+    OpenAgain(PlainTemplate(WS_POPUP | WS_CAPTION | DS_SETFONT));
     for (const CSize size : {CSize(0, 0), CSize(1, 1), CSize(5, 300), CSize(300, 5)}) {
         dlg.SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
         dlg.DrawNcArea();

@@ -1,7 +1,6 @@
 #include "tests/dialogs/gui_dlg_fixture.h"
 #include "tests/support/modal.h"
 #include "vgui/foundation/skin_host.h"
-#include "vgui/foundation/window_helpers.h"
 
 #include <climits>
 
@@ -10,7 +9,7 @@ using namespace support;
 namespace
 {
 
-class GuiDlg : public GuiDlgTest
+class GuiDlg : public OpenDlgTest
 {
 };
 
@@ -48,8 +47,6 @@ CRect SizeBy(TestDlg& dlg, WPARAM edge, CRect rect)
 
 TEST_F(GuiDlg, TakesTheCaptionStyleOffAndKeepsTheRest)
 {
-    TestDlg dlg;
-    Open(dlg);
     EXPECT_EQ(dlg.m_bSkinNc, 1);
     EXPECT_EQ(dlg.GetStyle() & WS_CAPTION, 0u);
     EXPECT_EQ(dlg.GetStyle() & kBothBoxes, kBothBoxes);
@@ -65,8 +62,7 @@ TEST_F(GuiDlg, TakesTheCaptionStyleOffAndKeepsTheRest)
 TEST_F(GuiDlg, PartOfTheCaptionStyleIsEnoughForTheSkin)
 {
     for (const DWORD style : {WS_BORDER, WS_DLGFRAME}) {
-        TestDlg dlg;
-        Open(dlg, PlainTemplate(WS_POPUP | DS_SETFONT | style));
+        OpenAgain(PlainTemplate(WS_POPUP | DS_SETFONT | style));
         EXPECT_EQ(dlg.m_bSkinNc, 1);
         EXPECT_EQ(dlg.GetStyle() & WS_CAPTION, 0u);
     }
@@ -74,8 +70,7 @@ TEST_F(GuiDlg, PartOfTheCaptionStyleIsEnoughForTheSkin)
 
 TEST_F(GuiDlg, WithoutCaptionStyleTheSystemsAreaStays)
 {
-    TestDlg dlg;
-    Open(dlg, PlainTemplate(WS_POPUP | WS_THICKFRAME | DS_SETFONT));
+    OpenAgain(PlainTemplate(WS_POPUP | WS_THICKFRAME | DS_SETFONT));
     EXPECT_EQ(dlg.m_bSkinNc, 0);
     CRgn region;
     region.CreateRectRgn(0, 0, 1, 1);
@@ -89,16 +84,13 @@ TEST_F(GuiDlg, WithoutCaptionStyleTheSystemsAreaStays)
 
 TEST_F(GuiDlg, HelpStyleFollowsTheHelpButton)
 {
-    TestDlg dlg;
     dlg.m_bHelpBtn = false;
-    Open(dlg);
+    OpenAgain();
     EXPECT_EQ(dlg.GetExStyle() & WS_EX_CONTEXTHELP, 0u);
 }
 
 TEST_F(GuiDlg, RegionFollowsEverySize)
 {
-    TestDlg dlg;
-    Open(dlg);
     for (const CSize size : {CSize(400, 300), CSize(150, 90), CSize(401, 299)}) {
         dlg.SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
         PumpMessages();
@@ -113,8 +105,6 @@ TEST_F(GuiDlg, RegionFollowsEverySize)
 
 TEST_F(GuiDlg, ControlsGetTheDialogsColours)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CtlColors text = AskColors(dlg, WM_CTLCOLORSTATIC, kStaticId);
     EXPECT_EQ(text.text, VGM.Dlg.clrText);
     EXPECT_EQ(text.background, VGM.Dlg.clrBk);
@@ -128,8 +118,6 @@ TEST_F(GuiDlg, ControlsGetTheDialogsColours)
 
 TEST_F(GuiDlg, ControlColoursCanBeSetAndTakenAway)
 {
-    TestDlg dlg;
-    Open(dlg);
     const COLORREF red = RGB(200, 10, 20);
     COLORREF color = RGB(9, 9, 9);
     EXPECT_FALSE(dlg.GetSetCtrlClr(kStaticId, color));
@@ -159,8 +147,6 @@ TEST_F(GuiDlg, ControlColoursCanBeSetAndTakenAway)
 
 TEST_F(GuiDlg, ControlsFindTheirHost)
 {
-    TestDlg dlg;
-    Open(dlg);
     EXPECT_EQ(VSkinHost::Of(dlg.GetDlgItem(kStaticId)), static_cast<VSkinHost*>(&dlg));
     EXPECT_EQ(VSkinHost::Of(dlg.GetDlgItem(kStaticId))->GetBkClr(), VGM.Dlg.clrBk);
 
@@ -177,10 +163,6 @@ TEST_F(GuiDlg, ControlsFindTheirHost)
 
 TEST_F(GuiDlg, ChecksAndUnchecksButtons)
 {
-    TestDlg dlg;
-    EXPECT_EQ(dlg.IsDlgButtonChecked(kCheckId), 0);
-    EXPECT_EQ(dlg.CheckDlgButton(kCheckId, 1), 0);
-    Open(dlg);
     EXPECT_NE(dlg.CheckDlgButton(kCheckId, BST_CHECKED), 0);
     EXPECT_EQ(dlg.IsDlgButtonChecked(kCheckId), BST_CHECKED);
     dlg.CheckDlgButton(kCheckId, BST_UNCHECKED);
@@ -191,8 +173,6 @@ TEST_F(GuiDlg, ChecksAndUnchecksButtons)
 
 TEST_F(GuiDlg, SizingMessageIsHeldToTheLimits)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect now = WindowRect(dlg);
     CRect wanted = now;
     wanted.DeflateRect(30, 30);
@@ -209,8 +189,6 @@ TEST_F(GuiDlg, SizingMessageIsHeldToTheLimits)
 
 TEST_F(GuiDlg, DraggingTheFrameStopsAtTheMinimum)
 {
-    TestDlg dlg;
-    Open(dlg);
     const CRect now = WindowRect(dlg);
     dlg.SetMinimumSize(now.Width() - 20, 0);
     const CPoint corner(now.right - 2, now.bottom - 2);
@@ -223,8 +201,6 @@ TEST_F(GuiDlg, DraggingTheFrameStopsAtTheMinimum)
 
 TEST_F(GuiDlg, MaximisedSizeIsTheSystems)
 {
-    TestDlg dlg;
-    Open(dlg);
     MINMAXINFO info{};
     dlg.SendMessage(WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(CPoint(info.ptMaxSize),
@@ -233,24 +209,17 @@ TEST_F(GuiDlg, MaximisedSizeIsTheSystems)
 
 TEST_F(GuiDlg, MovesOnlyToUsefulPlaces)
 {
-    TestDlg dlg;
-    EXPECT_FALSE(dlg.MoveWindowAndCheck(CRect(10, 10, 300, 200)));
-    Open(dlg);
     EXPECT_TRUE(dlg.MoveWindowAndCheck(CRect(40, 50, 340, 250)));
     EXPECT_EQ(WindowRect(dlg), CRect(40, 50, 340, 250));
     for (const CRect& useless : {CRect(0, 0, 9, 500), CRect(-50, 0, 200, 200),
                                  CRect(100, 100, INT_MAX, INT_MAX), CRect(300, 300, 100, 100)}) {
-        if (!IsValideWndPos(useless)) {
-            EXPECT_FALSE(dlg.MoveWindowAndCheck(useless));
-            EXPECT_EQ(WindowRect(dlg), CRect(40, 50, 340, 250));
-        }
+        EXPECT_FALSE(dlg.MoveWindowAndCheck(useless));
+        EXPECT_EQ(WindowRect(dlg), CRect(40, 50, 340, 250));
     }
 }
 
 TEST_F(GuiDlg, HelpMessageAsksForHelpAndFallsBackToTheFramework)
 {
-    TestDlg dlg;
-    Open(dlg);
     HELPINFO info{
         sizeof(info), HELPINFO_WINDOW, static_cast<int>(kEditId), ::GetDlgItem(dlg.m_hWnd, kEditId), 0,
         {0, 0}};
@@ -261,8 +230,11 @@ TEST_F(GuiDlg, HelpMessageAsksForHelpAndFallsBackToTheFramework)
 
 TEST_F(GuiDlg, MethodsWithoutAWindowAreHarmless)
 {
-    TestDlg dlg;
+    dlg.DestroyWindow();
     EXPECT_FALSE(dlg.ShowWindow(SW_SHOW));
+    EXPECT_FALSE(dlg.MoveWindowAndCheck(CRect(10, 10, 300, 200)));
+    EXPECT_EQ(dlg.IsDlgButtonChecked(kCheckId), 0);
+    EXPECT_EQ(dlg.CheckDlgButton(kCheckId, 1), 0);
     EXPECT_EQ(dlg.NcHitTest({10, 10}), HTERROR);
     dlg.DrawNcArea();
     dlg.SetStaticCtrlFormat(kStaticId, 0, 0, nullptr, 0);
@@ -281,7 +253,6 @@ TEST_F(GuiDlg, ReplacedControlsGoWithTheDialog)
     DialogTemplate t = PlainTemplate();
     t.Static(kOtherStaticId, L"other", 80, 10, 60, 12);
     int deleted = 0;
-    TestDlg dlg;
     dlg.onInit = [&] {
         for (const UINT id : {kStaticId, kOtherStaticId}) {
             auto control = std::make_unique<WatchedStatic>(deleted);
@@ -290,7 +261,7 @@ TEST_F(GuiDlg, ReplacedControlsGoWithTheDialog)
         }
         dlg.m_arrSubclassed.Add(nullptr);
     };
-    Open(dlg, t);
+    OpenAgain(t);
     // One of them is gone already when the dialog goes.
     dlg.GetDlgItem(kOtherStaticId)->DestroyWindow();
     dlg.DestroyWindow();
@@ -300,7 +271,7 @@ TEST_F(GuiDlg, ReplacedControlsGoWithTheDialog)
 
 TEST_F(GuiDlg, ModalDialogEndsWithItsResult)
 {
-    TestDlg dlg;
+    dlg.DestroyWindow();
     const DialogTemplate t = PlainTemplate();
     ASSERT_TRUE(dlg.InitModalIndirect(t.Get()));
     EXPECT_TRUE(dlg.m_bModeless);
@@ -315,11 +286,9 @@ TEST_F(GuiDlg, ModalDialogEndsWithItsResult)
 
 TEST_F(GuiDlg, ObjectCanBeOpenedAgain)
 {
-    TestDlg dlg;
     for (int i = 0; i < 3; ++i) {
-        Open(dlg);
         EXPECT_TRUE(dlg.AddToolTips(kEditId, L"tip"));
         EXPECT_EQ(BrushColor(AskColors(dlg, WM_CTLCOLORDLG, 0).brush), VGM.Dlg.clrBk);
-        dlg.DestroyWindow();
+        OpenAgain();
     }
 }

@@ -1,14 +1,9 @@
-#include "tests/support/census.h"
-#include "tests/support/input.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
+#include "tests/support/host_test.h"
 #include "vgui/dialogs/tab_pages.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gui_manager.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 
 using namespace support;
 
@@ -19,7 +14,7 @@ constexpr UINT kTabId = 56;
 constexpr int kImageSize = 10;
 constexpr COLORREF kImage = RGB(10, 200, 30);
 
-class TabCtrl : public CensusTest
+class TabCtrl : public HostTest
 {
 protected:
     void Open(DWORD style, CSize size = {300, 120})
@@ -39,15 +34,7 @@ protected:
     void CreateImages()
     {
         ASSERT_TRUE(images.Create(kImageSize, kImageSize, ILC_COLOR24, 1, 1));
-        CClientDC screen(&host);
-        CDC memory;
-        CBitmap picture;
-        ASSERT_TRUE(memory.CreateCompatibleDC(&screen));
-        ASSERT_TRUE(picture.CreateCompatibleBitmap(&screen, kImageSize, kImageSize));
-        CBitmap* const old = memory.SelectObject(&picture);
-        memory.FillSolidRect(0, 0, kImageSize, kImageSize, kImage);
-        memory.SelectObject(old);
-        images.Add(&picture, static_cast<CBitmap*>(nullptr));
+        AddSquare(images, kImageSize, kImage);
     }
     [[nodiscard]] CRect Tab(int item) const
     {
@@ -69,7 +56,6 @@ protected:
         return {first, end};
     }
 
-    HostWnd host;
     VTabCtrl tabs;
     CImageList images;
 };
@@ -83,9 +69,8 @@ TEST_F(TabCtrl, RowsOfTabsLeaveNoGap)
          {L"one", L"two and more", L"three", L"a fourth caption", L"five", L"six six"})
         tabs.InsertItem(tabs.GetItemCount(), caption);
     ASSERT_GE(tabs.GetRowCount(), 2);
-    const auto expectNoGap = [&](LPCWSTR name) {
+    const auto expectNoGap = [&] {
         const DibSurface shown = CaptureClient(tabs.m_hWnd);
-        SaveArtifact(shown, name);
         const COLORREF behind = ::GetSysColor(COLOR_BTNFACE);
         for (int item = 0; item < tabs.GetItemCount(); ++item) {
             const CRect tab = Tab(item);
@@ -97,10 +82,10 @@ TEST_F(TabCtrl, RowsOfTabsLeaveNoGap)
         EXPECT_EQ(shown.Pixel(selected.left + 3, selected.bottom), VGM.Tab.clrPageBk);
     };
     tabs.SetCurSel(0);
-    expectNoGap(L"first");
+    expectNoGap();
     // The row with the selected tab comes down to the page.
     tabs.SetCurSel(5);
-    expectNoGap(L"last");
+    expectNoGap();
 }
 
 TEST_F(TabCtrl, PageHasBothRingsOfAControlFrame)
@@ -122,7 +107,6 @@ TEST_F(TabCtrl, CaptionsAreCentredAndCutAtTheMargin)
     for (const LPCWSTR caption : {L"x", L"图层", L"a caption much too long for its tab", L"&A"})
         tabs.InsertItem(tabs.GetItemCount(), caption);
     const DibSurface shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"captions");
     for (const int item : {1, 3}) {
         const auto [first, end] = TextColumns(shown, Tab(item));
         ASSERT_LT(first, end) << item;
@@ -162,7 +146,7 @@ TEST_F(TabCtrl, EveryChangeIsPainted)
         {"click",
          [&] {
              Click(ClientToScreen(tabs.m_hWnd, Tab(0).CenterPoint()));
-             MoveTo(ClientToScreen(host.m_hWnd, CPoint(390, 290)));
+             MoveAside();
          }},
         {"size", [&] { tabs.SetWindowPos(nullptr, 0, 0, 320, 130, SWP_NOMOVE | SWP_NOZORDER); }},
         {"insertion", [&] { tabs.InsertItem(0, L"zero"); }},
@@ -194,7 +178,6 @@ TEST_F(TabCtrl, TheFocusIsOnTheSelectedTabOnly)
     Key(VK_RIGHT);
     EXPECT_EQ(tabs.GetCurSel(), 1);
     const DibSurface focused = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(focused, L"focus");
     host.SetFocus();
     PumpMessages();
     const DibSurface bare = CaptureClient(tabs.m_hWnd);
@@ -223,7 +206,6 @@ TEST_F(TabCtrl, ImagesStandBeforeTheCaptions)
     tabs.InsertItem(2, L"no such image", 7);
     tabs.SetCurSel(0);
     const DibSurface shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"images");
     const CRect tab = Tab(0);
     EXPECT_EQ(shown.Count(kImage, CRect(tab.left + 4, tab.top, tab.left + 4 + kImageSize, tab.bottom)),
               kImageSize * kImageSize);

@@ -1,10 +1,7 @@
-#include "tests/support/census.h"
 #include "tests/support/dialog_template.h"
-#include "tests/support/input.h"
-#include "tests/support/pump.h"
+#include "tests/support/host_test.h"
 #include "vgui/dialogs/tab_pages.h"
 
-#include <gtest/gtest.h>
 #include <vector>
 
 using namespace support;

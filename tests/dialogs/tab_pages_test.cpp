@@ -1,16 +1,11 @@
 #include "vgui/dialogs/tab_pages.h"
 
-#include "tests/support/census.h"
-#include "tests/support/input.h"
+#include "tests/support/host_test.h"
 #include "tests/support/lingering.h"
-#include "tests/support/pixels.h"
-#include "tests/support/pump.h"
-#include "tests/support/recorder.h"
 #include "vgui/foundation/gui_manager.h"
 
 #include <array>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <random>
 #include <string>
@@ -66,20 +61,24 @@ public:
     using VTabDlgCtrl::MapTabItemToPage;
 };
 
-class TabPages : public CensusTest
+class TabPages : public HostTest
 {
 protected:
     void SetUp() override
     {
         g_changes.clear();
-        ASSERT_TRUE(host.Open({400, 300}));
-        ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId));
+        ASSERT_TRUE(host.Open());
+        Create(tabs);
         tabs.SetFont(CFont::FromHandle(static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT))));
     }
     void TearDown() override
     {
         tabs.DestroyWindow();
         host.DestroyWindow();
+    }
+    void Create(TestTabs& control)
+    {
+        ASSERT_TRUE(control.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId));
     }
     TestPage& Add(const wchar_t* title, int enabled = 1, UINT id = kTemplate, int createNow = 0)
     {
@@ -110,7 +109,6 @@ protected:
         return shown;
     }
 
-    HostWnd host;
     std::vector<std::unique_ptr<TestPage>> pages;
     TestTabs tabs;
 };
@@ -138,12 +136,9 @@ TEST_F(TabPages, ClicksShowPagesAndTellCallbackAndParent)
     EXPECT_EQ(g_changes, std::vector<int>{1});
     EXPECT_EQ(host.CountNotify(kTabId, TCN_SELCHANGE), 1);
 
-    CRect tab, place, client;
+    CRect tab;
     tabs.GetItemRect(0, tab);
-    tabs.GetClientRect(client);
-    pages[2]->GetWindowRect(place);
-    tabs.ScreenToClient(place);
-    EXPECT_EQ(place, CRect(4, tab.Height() + 4, client.right - 4, client.bottom - 4));
+    EXPECT_EQ(PlaceOf(*pages[2]), CRect(4, tab.Height() + 4, 296, 196));
 }
 
 TEST_F(TabPages, RefusingPageStaysShown)
@@ -159,45 +154,6 @@ TEST_F(TabPages, RefusingPageStaysShown)
     tabs.SetActive(7);
     tabs.SetActive(-1);
     EXPECT_EQ(Shown(), 1);
-}
-
-TEST_F(TabPages, DisablingTheActivePageShowsTheNextOrTheChosenOne)
-{
-    AddThree();
-    tabs.SetActive(1);
-    tabs.EnablePage(1, 1, nullptr);
-    EXPECT_EQ(tabs.GetItemCount(), 3);
-    tabs.EnablePage(L"B", 0, nullptr);
-    EXPECT_EQ(Shown(), 2);
-    EXPECT_EQ(tabs.GetCurSel(), 1);
-    tabs.EnablePage(2, 0, nullptr);
-    EXPECT_EQ(Shown(), 0);
-    tabs.EnablePage(1, 1, nullptr);
-    tabs.EnablePage(2, 1, nullptr);
-    EXPECT_EQ(tabs.GetCurSel(), 0);
-    int next = 2;
-    tabs.EnablePage(0, 0, &next);
-    EXPECT_EQ(Shown(), 2);
-    // A tab inserted in front of the active one does not take the selection.
-    tabs.EnablePage(0, 1, nullptr);
-    EXPECT_EQ(tabs.GetCurSel(), 2);
-    next = 99;
-    tabs.EnablePage(2, 0, &next);
-    EXPECT_EQ(Shown(), 0);
-}
-
-TEST_F(TabPages, DisablingTheLastEnabledPageEnds)
-{
-    AddThree(0);
-    tabs.SetActive(0);
-    tabs.EnablePage(2, 0, nullptr);
-    tabs.EnablePage(0, 0, nullptr);
-    EXPECT_EQ(Shown(), -1);
-    EXPECT_EQ(tabs.GetActive(), -1);
-    EXPECT_EQ(tabs.GetItemCount(), 0);
-    tabs.SetActive(1);
-    EXPECT_EQ(Shown(), 1);
-    EXPECT_TRUE(tabs.IsPageEnabled(1));
 }
 
 TEST_F(TabPages, TheTwentyFirstPageIsRefused)
@@ -266,7 +222,7 @@ TEST_F(TabPages, AControlWithAWindowLeavesNothingWhenItsObjectGoes)
     HWND window = nullptr;
     {
         TestTabs brief;
-        ASSERT_TRUE(brief.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId + 1));
+        Create(brief);
         brief.AddPage(L"A", &page, 1, 0, 1);
         window = brief.m_hWnd;
     }
@@ -343,13 +299,11 @@ TEST_F(TabPages, SizingShowsThePageAgainUnlessItRefuses)
     tabs.SetWindowPos(nullptr, 0, 0, 280, 180, SWP_NOMOVE | SWP_NOZORDER);
     EXPECT_EQ(pages[0]->log, "ada");
     EXPECT_EQ(::GetFocus(), pages[0]->GetDlgItem(1001)->m_hWnd);
-    CRect kept, now;
-    pages[0]->GetWindowRect(kept);
+    const CRect kept = PlaceOf(*pages[0]);
     EXPECT_EQ(kept.Width(), 272);
     pages[0]->mayLeave = 0;
     tabs.SetWindowPos(nullptr, 0, 0, 200, 100, SWP_NOMOVE | SWP_NOZORDER);
-    pages[0]->GetWindowRect(now);
-    EXPECT_EQ(now, kept);
+    EXPECT_EQ(PlaceOf(*pages[0]), kept);
 }
 
 TEST_F(TabPages, OutDrivenModeShowsTheTitleBandAndIgnoresClicks)
@@ -367,43 +321,20 @@ TEST_F(TabPages, OutDrivenModeShowsTheTitleBandAndIgnoresClicks)
     EXPECT_EQ(tabs.GetTitleRect(), CRect(0, 0, 300, 25));
 
     const DibSurface shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"band");
     EXPECT_EQ(shown.Pixel(150, 0), RGB(66, 145, 220));
     EXPECT_EQ(shown.Pixel(150, 24), RGB(66, 145, 220));
     EXPECT_EQ(shown.Pixel(150, 1), RGB(217, 234, 252));
     EXPECT_EQ(shown.Pixel(290, 2), RGB(208, 228, 247));
     EXPECT_GT(shown.Count(VGM.Outline.clrTitleText, CRect(2, 2, 100, 23)), 10);
-    CRect place;
-    pages[0]->GetWindowRect(place);
-    tabs.ScreenToClient(place);
-    EXPECT_EQ(place, CRect(1, 25, 299, 199));
+    EXPECT_EQ(PlaceOf(*pages[0]), CRect(1, 25, 299, 199));
 
     // The other mode takes the shown page along.
     tabs.SetCurSel(2);
     tabs.SetOutDrivenMode(0);
     EXPECT_EQ(tabs.GetCurSel(), 0);
-    pages[0]->GetWindowRect(place);
-    tabs.ScreenToClient(place);
-    EXPECT_EQ(place, CRect(4, tab.Height() + 4, 296, 196));
+    EXPECT_EQ(PlaceOf(*pages[0]), CRect(4, tab.Height() + 4, 296, 196));
     tabs.SetOutDrivenMode(1);
-    pages[0]->GetWindowRect(place);
-    tabs.ScreenToClient(place);
-    EXPECT_EQ(place, CRect(1, 25, 299, 199));
-}
-
-TEST_F(TabPages, EnterAndEscapeOnAPageActOnTheDialog)
-{
-    AddThree();
-    tabs.SetActive(0);
-    for (const UINT command : {IDOK, IDCANCEL}) {
-        host.Clear();
-        pages[0]->SendMessage(WM_COMMAND, command, 0);
-        PumpMessages();
-        const RecordedMessages told = host.Messages(WM_COMMAND);
-        ASSERT_EQ(told.size(), 1u);
-        EXPECT_EQ(told[0].wParam, command);
-        EXPECT_EQ(Shown(), 0);
-    }
+    EXPECT_EQ(PlaceOf(*pages[0]), CRect(1, 25, 299, 199));
 }
 
 TEST_F(TabPages, PagesAddedBeforeThereIsAWindowGetTheirTabs)
@@ -416,15 +347,12 @@ TEST_F(TabPages, PagesAddedBeforeThereIsAWindowGetTheirTabs)
         Add(L"B", 0);
         Add(L"C");
         EXPECT_EQ(pages[0]->m_hWnd, nullptr);
-        const CRect place(10, 10, 310, 210);
-        if (!subclassed) {
-            ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, place, &host, kTabId));
-        } else {
-            const HWND existing =
-                ::CreateWindow(WC_TABCONTROL, nullptr, WS_CHILD | WS_VISIBLE, place.left, place.top,
-                               place.Width(), place.Height(), host.m_hWnd, nullptr, nullptr, nullptr);
-            ASSERT_TRUE(tabs.SubclassWindow(existing));
-        }
+        if (!subclassed)
+            Create(tabs);
+        else
+            ASSERT_TRUE(
+                tabs.SubclassWindow(::CreateWindow(WC_TABCONTROL, nullptr, WS_CHILD | WS_VISIBLE, 10, 10, 300,
+                                                   200, host.m_hWnd, nullptr, nullptr, nullptr)));
         EXPECT_EQ(tabs.GetItemCount(), 2);
         ClickTab(1);
         EXPECT_EQ(Shown(), 2);
@@ -533,6 +461,8 @@ TEST_F(TabPages, AnyOrderOfChangesAgreesWithTheModel)
             }
             const int page = draw(model.Count());
             const int action = draw(7);
+            const bool wasSelected =
+                model.active >= 0 && tabs.GetCurSel() == tabs.MapPageToTabItem(model.active);
             switch (action) {
             case 0:
             case 1:
@@ -566,6 +496,10 @@ TEST_F(TabPages, AnyOrderOfChangesAgreesWithTheModel)
                          std::to_string(action) + " on page " + std::to_string(page));
             ASSERT_EQ(tabs.GetActive(), model.active);
             ASSERT_EQ(Shown(), model.active);
+            // A tab that comes or goes in front of the active one does not take the selection.
+            if (action == 2 && wasSelected && model.active >= 0 && model.pages[model.active].enabled) {
+                ASSERT_EQ(tabs.GetCurSel(), tabs.MapPageToTabItem(model.active));
+            }
             int items = 0;
             for (int i = 0; i < model.Count(); ++i) {
                 ASSERT_EQ(pages[i]->m_hWnd != nullptr, model.pages[i].created) << i;
@@ -588,7 +522,7 @@ TEST_F(TabPages, AnyOrderOfChangesAgreesWithTheModel)
         for (const auto& page : pages)
             EXPECT_EQ(page->m_hWnd, nullptr);
         pages.clear();
-        ASSERT_TRUE(tabs.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 310, 210), &host, kTabId));
+        Create(tabs);
     }
 }
 
@@ -612,7 +546,6 @@ TEST_F(TabPages, TheTitleBandHasThePagesBitmapAndNoArrows)
     tabs.SetActive(0);
 
     const DibSurface shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"band");
     BITMAP size{};
     const HBITMAP bitmap = tabs.GetInnerPageData(0).hBitmap;
     ASSERT_NE(::GetObject(bitmap, sizeof(size), &size), 0);
@@ -641,7 +574,6 @@ TEST_F(TabPages, TabsArePaintedByStateAndStyle)
     tabs.GetItemRect(1, other);
     EXPECT_NE(tabs.GetStyle() & TCS_HOTTRACK, 0u);
     DibSurface shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"gradient");
     // The selected tab is open towards the page, the other one is not.
     EXPECT_EQ(shown.Pixel(selected.left + 3, selected.bottom), VGM.Tab.clrPageBk);
     EXPECT_EQ(shown.Pixel(other.left + 3, other.bottom), VGM.Tab.clrFrame);
@@ -651,15 +583,13 @@ TEST_F(TabPages, TabsArePaintedByStateAndStyle)
     EXPECT_EQ(CaptureClient(tabs.m_hWnd).Pixel(other.left + 2, other.top + 5), VGM.Tab.clrTo);
     MoveTo(ClientToScreen(tabs.m_hWnd, other.CenterPoint()));
     shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"hot");
     EXPECT_EQ(shown.Pixel(other.left + 5, other.top + 3), VGM.Common.clrHot);
-    MoveTo(ClientToScreen(host.m_hWnd, CPoint(390, 290)));
+    MoveAside();
     EXPECT_TRUE(
         PumpUntil([&] { return ClientPixel(tabs.m_hWnd, other.TopLeft() + CSize(5, 3)) == VGM.Tab.clrTo; }));
 
     tabs.EnableWindow(FALSE);
     shown = CaptureClient(tabs.m_hWnd);
-    SaveArtifact(shown, L"disabled");
     EXPECT_EQ(shown.Count(VGM.Dlg.clrText, selected), 0);
     EXPECT_GT(shown.Count(::GetSysColor(COLOR_GRAYTEXT), selected), 5);
 }
