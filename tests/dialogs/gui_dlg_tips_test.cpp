@@ -135,7 +135,7 @@ TEST_F(GuiDlgTips, TipPopsUpOverCaptionButtonsOnly)
         EXPECT_TRUE(PumpUntil([&] { return !shown(); })) << hit;
     }
     // Nothing is left to be shown over the bare client area when a control's tip has been shown before.
-    EXPECT_EQ(CaptionTip(dlg), L"");
+    EXPECT_EQ(TipOf(dlg), L"");
 }
 
 TEST_F(GuiDlgTipsTexts, WideQuestionIsAnsweredAndCut)
