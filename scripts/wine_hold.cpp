@@ -6,7 +6,8 @@
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
 {
     constexpr UINT sixHours = 6 * 60 * 60 * 1000;
-    if (CreateWindowW(L"Static", L"hold", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, instance, nullptr) == nullptr)
+    if (CreateWindowW(L"Static", L"hold", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, instance, nullptr) ==
+        nullptr)
         return 1;
     if (SetTimer(nullptr, 0, sixHours, nullptr) == 0)
         return 1;

@@ -41,9 +41,10 @@ void ExpectSamePixels(const Picture& actual, const Picture& expected)
     EXPECT_EQ(actual.height, expected.height);
     EXPECT_EQ(actual.bitCount, expected.bitCount);
     EXPECT_EQ(actual.pixels, expected.pixels);
-    EXPECT_TRUE(std::ranges::equal(actual.table, expected.table, [](const RGBQUAD& left, const RGBQUAD& right) {
-        return memcmp(&left, &right, sizeof left) == 0;
-    }));
+    EXPECT_TRUE(
+        std::ranges::equal(actual.table, expected.table, [](const RGBQUAD& left, const RGBQUAD& right) {
+            return memcmp(&left, &right, sizeof left) == 0;
+        }));
 }
 
 // The largest difference between a picture's colours and model(x, y, channel). With 5 bits per channel it is
