@@ -38,7 +38,8 @@ private:
 void WarmUpSystem();
 
 // The base of test suites that must leave nothing behind. Every suite runs twice in its process; the census
-// begins when the second round does and is compared when it ends. A suite with a warm-up of its own hides SetUpTestSuite:
+// begins when the second round does and is compared when it ends. A suite with a warm-up of its own hides
+// SetUpTestSuite:
 //
 //     static void SetUpTestSuite() { UseEverythingOnce(); CensusTest::SetUpTestSuite(); }
 class CensusTest : public testing::Test
