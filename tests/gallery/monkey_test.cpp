@@ -111,11 +111,29 @@ std::filesystem::path PictureFolder()
     return std::filesystem::temp_directory_path() / "monkey-pictures";
 }
 
+// A module's cursors and icons are shared, and stay from their first use on.
+void LoadShared(const wchar_t* module)
+{
+    const HMODULE handle = ::GetModuleHandle(module);
+    const auto loadCursor = [](HMODULE from, LPCWSTR, LPWSTR name, LONG_PTR) -> BOOL {
+        ::LoadCursor(from, name);
+        return TRUE;
+    };
+    const auto loadIcon = [](HMODULE from, LPCWSTR, LPWSTR name, LONG_PTR) -> BOOL {
+        ::LoadIcon(from, name);
+        return TRUE;
+    };
+    ::EnumResourceNames(handle, RT_GROUP_CURSOR, loadCursor, 0);
+    ::EnumResourceNames(handle, RT_GROUP_ICON, loadIcon, 0);
+}
+
 // Shows all there is: the system keeps for good some of what it makes at the first use.
 void UseEverythingOnce()
 {
     const GdiPlus gdiPlus;
     PrepareHelpSample();
+    for (const wchar_t* module : {L"user32.dll", L"comctl32.dll", L"comdlg32.dll", L"vgui.dll"})
+        LoadShared(module);
     MainDlg dialog;
     const support::MainWndScope main(&dialog);
     ASSERT_TRUE(dialog.Create(IDD_MAIN));
