@@ -60,8 +60,14 @@ public:
     using CAssistSystemDlg::m_player;
 
     Texts calls;
+    int iconsErased = 0;
 
 protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        iconsErased += message == WM_ICONERASEBKGND;
+        return CAssistSystemDlg::WindowProc(message, wParam, lParam);
+    }
     std::unique_ptr<VAssistPlayer> CreatePlayer() override { return std::make_unique<FakePlayer>(calls); }
 };
 
@@ -596,6 +602,18 @@ TEST_F(AssistSystemPlayer, IgnoresWhatItsHiddenControlsSay)
     EXPECT_NE(icon, 0);
     EXPECT_EQ(dialog->SendMessage(WM_GETICON, ICON_SMALL), icon);
     EXPECT_EQ(dialog->SendMessage(WM_QUERYDRAGICON), icon);
+}
+
+TEST_F(AssistSystemPlayer, PaintsItsIconWhenMinimised)
+{
+    dialog->ShowWindow(SW_MINIMIZE);
+    ASSERT_TRUE(dialog->IsIconic());
+    dialog->iconsErased = 0;
+    dialog->SendMessage(WM_PAINT);
+    EXPECT_EQ(dialog->iconsErased, 1);
+    dialog->ShowWindow(SW_RESTORE);
+    dialog->SendMessage(WM_PAINT);
+    EXPECT_EQ(dialog->iconsErased, 1);
 }
 
 TEST_F(AssistSystemPlayer, HasAMinimumSize)

@@ -97,6 +97,7 @@ TEST_F(TipWindow, RefusesWhatCannotBeShown)
     OpenTip none;
     EXPECT_FALSE(none.Create(nullptr));
     EXPECT_FALSE(none.Create(&loose));
+    EXPECT_FALSE(static_cast<CWnd&>(none).Create(L"no such class", L"", WS_CHILD, CRect(), &host, 1));
     none.SetTipText(L"t", L"b", TRUE);
     EXPECT_FALSE(none.ShowTipWindow(CPoint(0, 0)));
     EXPECT_FALSE(none.ShowTipWindow(CRect(0, 0, 5, 5), CPoint(0, 0)));

@@ -106,6 +106,19 @@ TEST_F(ButtonExchange, ClicksUncheckAcrossTheKinds)
     EXPECT_EQ(library[2].GetCheck(), 1);
 }
 
+// A host that checks standard buttons itself tells none of the others.
+TEST_F(ButtonExchange, AStandardButtonThatIsCheckedWhenItTellsUnchecksTheOthers)
+{
+    Load(2);
+    ::SendMessage(Item(kFirst + 3), BM_SETCHECK, BST_CHECKED, 0);
+    EXPECT_EQ(Checked(), "..xx");
+    for (const UINT teller : {699U, kFirst + 1, kFirst + 3}) {
+        EXPECT_EQ(Checked(), "..xx") << teller;
+        host.SendMessage(WM_COMMAND, MAKEWPARAM(teller, BN_CLICKED), reinterpret_cast<LPARAM>(Item(teller)));
+    }
+    EXPECT_EQ(Checked(), "...x");
+}
+
 TEST_F(ButtonExchange, CheckingWithoutRepaintingLeavesTheOthers)
 {
     Load(3);

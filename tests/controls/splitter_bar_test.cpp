@@ -256,6 +256,11 @@ TEST_F(SplitterBar, ShowsTheSplitCursorsOverTheBar)
         ASSERT_NE(::FindResource(module, name, RT_GROUP_CURSOR), nullptr);
         MoveTo(CenterOf(bar->m_hWnd));
         EXPECT_EQ(::GetCursor(), ::LoadCursor(module, name));
+        MoveTo(OnScreen({5, 5}));
+        ::SetCursor(nullptr);
+        bar->SendMessage(WM_SETCURSOR, reinterpret_cast<WPARAM>(bar->m_hWnd),
+                         MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        EXPECT_NE(::GetCursor(), ::LoadCursor(module, name));
         Close();
     }
 }

@@ -9,6 +9,8 @@ using namespace themed;
 namespace
 {
 
+constexpr int kTestString = 5103; // in image_button_test.rc
+
 class ThemedComboBox : public Fixture
 {
 };
@@ -144,6 +146,8 @@ TEST_F(ThemedComboBox, KeepsATipOfItsOwn)
     combo.SetTooltipText(0x7FFF, TRUE); // no such string
     EXPECT_EQ(combo.m_toolTip.GetToolCount(), 1);
     EXPECT_EQ(TipText(combo.m_toolTip, &combo), L"second");
+    combo.SetTooltipText(kTestString, TRUE);
+    EXPECT_EQ(TipText(combo.m_toolTip, &combo), L"tip from a resource");
     MoveTo(ClientToScreen(combo.m_hWnd, combo.m_rcFace.CenterPoint()));
     EXPECT_TRUE(PumpUntil([&] { return combo.m_toolTip.IsWindowVisible() != FALSE; }));
     combo.ActivateTooltip(FALSE);

@@ -465,7 +465,7 @@ TEST_F(DlgResizer, AbsurdSizesAndSharesAreHarmless)
         shares.ResizeAll(SIZE_RESTORED, size, size);
     }
     EXPECT_EQ(PlaceOf(still), kRect);
-    shares.SetControl(&still, 1, 1, 1, 1); // what was not a number has left no trace
+    shares.SetControl(kFirstId + 1, 1, 1, 1, 1); // what was not a number has left no trace
     ResizeBy(shares, 3, 4);
     EXPECT_EQ(PlaceOf(still), kRect + CPoint(3, 4));
 }

@@ -1,6 +1,7 @@
 // The DIB object's files: BMP as read and written, resources, GDI+ and archives.
 #include "tests/imaging/dib_samples.h"
 #include "tests/support/modal.h"
+#include "tests/support/pixels.h"
 #include "tests/support/temporary_file.h"
 
 #include <algorithm>
@@ -345,6 +346,9 @@ TEST_F(DibFileGdiPlusTest, OtherFormatsGoIntoTheBitmapOnly)
         ASSERT_TRUE(m_dib.Load(name));
         EXPECT_TRUE(samples::Shows(m_dib.GetBitmap(), Picture::Many));
     }
+    support::DibSurface surface(20, 20);
+    ASSERT_TRUE(m_dib.Display(&surface.DC(), CRect({0, 0}, CSize(samples::kPictureSize))));
+    EXPECT_EQ(surface.Pixel(3, 4), samples::PictureColor(Picture::Many, 3, 4));
     // What is transparent becomes black.
     support::FillFile(name, samples::ResourceBytes(L"MAGICK_HOLE", LPCWSTR{RT_RCDATA}));
     ASSERT_TRUE(m_dib.Load(name));

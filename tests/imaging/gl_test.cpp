@@ -1,6 +1,7 @@
 #include "vgui/imaging/gl.h"
 
 #include "tests/support/census.h"
+#include "tests/support/import_patch.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -104,6 +105,11 @@ int Expanded(int k, int bits)
 class GlContext : public CensusTest
 {
 };
+
+HDC WINAPI RefuseDC(HWND)
+{
+    return nullptr;
+}
 
 } // namespace
 
@@ -324,6 +330,11 @@ TEST_F(GlContext, RefusesWhatCannotBeDrawnOn)
     ASSERT_TRUE(gl.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
     ASSERT_TRUE(gl.Create(&host, PFD_TYPE_RGBA, kWindowFlags));
     EXPECT_FALSE(gl.m_bUseDC);
+    {
+        const ImportPatch refusal(L"mfcsubset.dll", "GetDC", reinterpret_cast<void*>(RefuseDC));
+        EXPECT_FALSE(gl.Create(&host, PFD_TYPE_RGBA, kWindowFlags));
+        EXPECT_EQ(gl.m_pDC, nullptr);
+    }
     ASSERT_TRUE(gl.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
     EXPECT_TRUE(gl.m_bUseDC);
 }

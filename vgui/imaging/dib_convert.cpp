@@ -27,7 +27,7 @@ void SetColors(const VDibView& dib, HPALETTE hPalette, DWORD count, Flags flags)
     }
 }
 
-void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPalette)
+void ChooseColors(const VDibView& target, HPALETTE hPalette)
 {
     const WORD bitCount = target.BitCount();
     const DWORD count = 1U << bitCount;
@@ -35,9 +35,6 @@ void ChooseColors(const VDibView& target, const VDibView& source, HPALETTE hPale
         target.SetColor(1, {0xFF, 0xFF, 0xFF, 0});
     } else if (hPalette != nullptr) {
         SetColors(target, hPalette, count, Flags::Drop);
-    } else if (source.BitCount() == bitCount) {
-        for (DWORD i = 0; i < count; ++i)
-            target.SetColor(i, source.Color(i));
     } else if (bitCount == 4) {
         SetColors(target, static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE)), count, Flags::Keep);
     } else {
@@ -183,7 +180,7 @@ VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette)
     if (!target)
         return {};
     if (bitCount <= kMaxIndexedBits)
-        ChooseColors(target, source, hPalette);
+        ChooseColors(target, hPalette);
     target.UpdateSizeImage();
     if (KeepsColors(source, bitCount))
         return CopyColors(source, target) ? std::move(block) : VOwnedGlobal();
