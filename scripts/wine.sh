@@ -12,8 +12,15 @@ set_wine_home() {
     mkdir -p "$wine_home/home"
 }
 
-# with_wine PREFIX DISPLAY COMMAND...: replaces nothing but the environment. The display may be empty.
-# The Chinese locale gives Windows programs code page 936, and paths in UTF-8.
+# Wine's loader lies at 7d000000, and Linux starts its heap at a random place in the gigabyte behind: once in
+# some 5,000 starts upon 7ffe0000, where Windows keeps the data that all processes share, and the program ends
+# with code 1 without a word. A layout that is not random has the heap begin right behind the loader. Not
+# every container may ask for it.
+fixed_layout=()
+! setarch --addr-no-randomize true 2>/dev/null || fixed_layout=(setarch --addr-no-randomize)
+
+# with_wine PREFIX DISPLAY COMMAND...: replaces nothing but the environment and the random memory layout. The
+# display may be empty. The Chinese locale gives Windows programs code page 936, and paths in UTF-8.
 with_wine() {
     local prefix=$1 display=$2
     shift 2
@@ -21,7 +28,8 @@ with_wine() {
         HOME="$wine_home/home" ${display:+DISPLAY="$display"} \
         WINEPREFIX="$prefix" WINEARCH=win64 WINEDEBUG="${VGUI_WINEDEBUG:--all}" \
         WINEDLLOVERRIDES='mscoree=;winemenubuilder.exe=' \
-        LOCPATH="$wine_home/locale" LC_ALL=zh_CN.UTF-8 FONTCONFIG_FILE="$root/scripts/fonts.conf" "$@"
+        LOCPATH="$wine_home/locale" LC_ALL=zh_CN.UTF-8 FONTCONFIG_FILE="$root/scripts/fonts.conf" \
+        "${fixed_layout[@]}" "$@"
 }
 
 quietly() { "$@" </dev/null >/dev/null 2>&1; }
