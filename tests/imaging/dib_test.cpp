@@ -390,7 +390,10 @@ TEST_F(DibTest, PartsAreCopiedCutAndMerged)
         SCOPED_TRACE(bitCount);
         Fill({.bitCount = bitCount});
         CDib original;
-        ASSERT_TRUE(original.Attach(m_dib.CopyRect({0, 0, 13, 7})));
+        const HGLOBAL whole = m_dib.CopyRect({0, 0, 13, 7});
+        Bytes bytes = samples::BlockBytes(whole);
+        EXPECT_EQ(samples::HeaderOf(bytes).biSizeImage, static_cast<DWORD>(m_dib.GetWidthBytes() * 7));
+        ASSERT_TRUE(original.Attach(whole));
         const auto was = [&](int x, int y) { return ShownColor(original.GetBitmap(), x, y); };
         EXPECT_EQ(original.GetBitCount(), bitCount);
         EXPECT_EQ(was(12, 6), Shown(12, 6));

@@ -62,6 +62,7 @@ HGLOBAL CDib::CopyRect(CRect rect) const
     if (!section.Draw({0, 0}, VDibSection(dib), rect))
         return nullptr;
     section.CopyTo(target);
+    target.UpdateSizeImage();
     return block.Release();
 }
 
