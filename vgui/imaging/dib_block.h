@@ -135,9 +135,9 @@ VOwnedGlobal TakePackedDib(VOwnedGlobal block, size_t length);
 // biSizeImage that cannot be true is put right.
 bool AcceptDib(HGLOBAL hDib);
 
-// A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32). GDI matches the
-// colours. The colour table of an image of 4 or 8 bits is the palette's, or that of a source of the same
-// depth, or the default or halftone palette's; at 1 bit it is black and white.
+// A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32) than it has. GDI matches
+// the colours. The colour table of an image of 4 or 8 bits is the palette's, else the default or halftone
+// palette's; at 1 bit it is black and white.
 VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette = nullptr);
 
 // The image of a DIB section, in a new block.
