@@ -13,6 +13,8 @@ constexpr size_t kMaxDibImageBytes = 0x7FFFFFFF;
 constexpr DWORD kMaxDibColors = 256;
 // The depth above which pixels hold colours instead of indices.
 constexpr WORD kMaxIndexedBits = 8;
+// The masks behind the header of a BI_BITFIELDS image.
+constexpr size_t kMaskBytes = 3 * sizeof(DWORD);
 
 // ---- Measures of a block whose header is known to make sense (see VDibView)
 
@@ -89,6 +91,9 @@ public:
     [[nodiscard]] RGBQUAD Color(DWORD i) const;
     // Sets an entry of the colour table; beyond it nothing happens.
     void SetColor(DWORD i, RGBQUAD color) const;
+    // Puts back the masks of a BI_BITFIELDS image, of which this one is a copy: where the block has no colour
+    // table they lie among the pixels, and whoever writes all pixels writes over them.
+    void RestoreMasks(const VDibView& original) const;
 
 private:
     BYTE* m_block = nullptr;

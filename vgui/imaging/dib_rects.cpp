@@ -13,6 +13,7 @@ namespace
 template <class Draw>
 VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
 {
+    const VLockedDib original(hDib);
     VOwnedGlobal copy = DuplicateDib(hDib);
     const VLockedDib dib(copy.Get());
     if (!dib)
@@ -21,6 +22,7 @@ VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
     if (!section || !draw(section))
         return {};
     section.CopyTo(dib);
+    dib.RestoreMasks(original);
     return copy;
 }
 
