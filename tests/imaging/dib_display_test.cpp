@@ -150,6 +150,9 @@ TEST_F(DibDisplay, TransparentLeavesOutTheKeyColour)
         EXPECT_EQ(samples::BlockBytes(m_dib.GetHandle()), block);
         EXPECT_EQ(Shown(2, 3), key) << "the image stays as it was";
     }
+    ASSERT_TRUE(m_dib.Create(DWORD{4}, DWORD{4}, WORD{24}));
+    ASSERT_TRUE(m_dib.DisplayTransparent(&m_surface.DC(), kAt.x, kAt.y, CLR_INVALID));
+    EXPECT_EQ(m_surface.Pixel(kAt), RGB(0, 0, 0)) << "black is not the key when there is none";
 }
 
 TEST_F(DibDisplay, PaletteSwatchesStandInASquare)

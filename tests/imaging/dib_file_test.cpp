@@ -5,6 +5,7 @@
 #include "tests/support/temporary_file.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 // GDI+'s headers count on the names that NOMINMAX takes away.
 using std::max;
@@ -289,6 +290,23 @@ TEST_F(DibFileTest, ArchivesHoldImagesAmongOtherThings)
     archive >> behind;
     EXPECT_EQ(behind, kBehind);
     EXPECT_EQ(RUNTIME_CLASS(CDib)->m_wSchema, 0U);
+}
+
+TEST_F(DibFileTest, ArchivesGoOnBehindAnImageOfImpossibleLength)
+{
+    for (const DWORD stated : {DWORD{0}, DWORD{5}, DWORD{0x7FFFFFFF}}) {
+        SCOPED_TRACE(stated);
+        Bytes bytes = samples::BmpFile(PackedDib({}));
+        std::memcpy(bytes.data() + offsetof(BITMAPFILEHEADER, bfSize), &stated, sizeof stated);
+        CMemFile file;
+        file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        file.SeekToBegin();
+        CArchive archive(&file, CArchive::load);
+        m_dib.Destroy();
+        m_dib.Serialize(archive);
+        EXPECT_EQ(m_dib.GetWidth(), 13);
+        EXPECT_EQ(file.GetPosition(), file.GetLength()) << "the image is not read again as what follows it";
+    }
 }
 
 TEST_F(DibFileTest, ArchivesAreNotReadBeyondTheImage)

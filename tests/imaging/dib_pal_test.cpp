@@ -329,6 +329,10 @@ TEST_F(DibPalTest, SavesTheDocumentedBytesAndReadsThemBack)
     open.SeekToBegin();
     ASSERT_TRUE(palette.Load(&open));
     EXPECT_EQ(EntriesOf(palette), Entries(3));
+    for (const UINT noFile : {0U, 0xFFFFFFFFU}) {
+        EXPECT_FALSE(palette.Save(noFile)) << noFile;
+        EXPECT_FALSE(palette.Load(noFile)) << noFile;
+    }
 }
 
 TEST_F(DibPalTest, ReadsPastOtherChunks)

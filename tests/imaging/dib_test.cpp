@@ -390,7 +390,10 @@ TEST_F(DibTest, PartsAreCopiedCutAndMerged)
         SCOPED_TRACE(bitCount);
         Fill({.bitCount = bitCount});
         CDib original;
-        ASSERT_TRUE(original.Attach(m_dib.CopyRect({0, 0, 13, 7})));
+        const HGLOBAL whole = m_dib.CopyRect({0, 0, 13, 7});
+        Bytes bytes = samples::BlockBytes(whole);
+        EXPECT_EQ(samples::HeaderOf(bytes).biSizeImage, static_cast<DWORD>(m_dib.GetWidthBytes() * 7));
+        ASSERT_TRUE(original.Attach(whole));
         const auto was = [&](int x, int y) { return ShownColor(original.GetBitmap(), x, y); };
         EXPECT_EQ(original.GetBitCount(), bitCount);
         EXPECT_EQ(was(12, 6), Shown(12, 6));
@@ -425,6 +428,14 @@ TEST_F(DibTest, PartsAreCopiedCutAndMerged)
     EXPECT_EQ(Shown(0, 0), 0U);
     EXPECT_EQ(Shown(3, 2), kWhite);
     EXPECT_EQ(Shown(20, 2), 0U);
+    // The masks of such a block lie where the bottom left pixels do, and give all others their colours.
+    Bytes fields = PackedDib({.bitCount = 32, .compression = BI_BITFIELDS});
+    constexpr DWORD kMasks[] = {0x0000FF, 0x00FF00, 0xFF0000};
+    std::memcpy(fields.data() + sizeof(BITMAPINFOHEADER), kMasks, sizeof kMasks);
+    ASSERT_TRUE(m_dib.Create(fields.data()));
+    const COLORREF masked = Shown(8, 2);
+    ASSERT_TRUE(m_dib.CutRect({0, 6, 3, 7}));
+    EXPECT_EQ(Shown(8, 2), masked);
 }
 
 TEST_F(DibTest, DepthsAreConverted)

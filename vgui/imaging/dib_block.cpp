@@ -300,6 +300,13 @@ void VDibView::SetColor(DWORD i, RGBQUAD color) const
         std::memcpy(m_block + HeaderBytes(m_block) + offset, &color, ColorBytes(m_block));
 }
 
+void VDibView::RestoreMasks(const VDibView& original) const
+{
+    if (original.Compression() == BI_BITFIELDS)
+        std::memcpy(m_block + kInfoHeaderBytes, original.m_block + kInfoHeaderBytes,
+                    std::min(kMaskBytes, m_length - kInfoHeaderBytes));
+}
+
 void VDibView::UpdateSizeImage() const
 {
     SetSizeImage(m_block, ImageBytes());

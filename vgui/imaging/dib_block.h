@@ -13,6 +13,8 @@ constexpr size_t kMaxDibImageBytes = 0x7FFFFFFF;
 constexpr DWORD kMaxDibColors = 256;
 // The depth above which pixels hold colours instead of indices.
 constexpr WORD kMaxIndexedBits = 8;
+// The masks behind the header of a BI_BITFIELDS image.
+constexpr size_t kMaskBytes = 3 * sizeof(DWORD);
 
 // ---- Measures of a block whose header is known to make sense (see VDibView)
 
@@ -89,6 +91,9 @@ public:
     [[nodiscard]] RGBQUAD Color(DWORD i) const;
     // Sets an entry of the colour table; beyond it nothing happens.
     void SetColor(DWORD i, RGBQUAD color) const;
+    // Puts back the masks of a BI_BITFIELDS image, of which this one is a copy: where the block has no colour
+    // table they lie among the pixels, and whoever writes all pixels writes over them.
+    void RestoreMasks(const VDibView& original) const;
 
 private:
     BYTE* m_block = nullptr;
@@ -135,9 +140,9 @@ VOwnedGlobal TakePackedDib(VOwnedGlobal block, size_t length);
 // biSizeImage that cannot be true is put right.
 bool AcceptDib(HGLOBAL hDib);
 
-// A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32). GDI matches the
-// colours. The colour table of an image of 4 or 8 bits is the palette's, or that of a source of the same
-// depth, or the default or halftone palette's; at 1 bit it is black and white.
+// A new 40-byte-header block with the image in another depth (1, 4, 8, 16, 24 or 32) than it has. GDI matches
+// the colours. The colour table of an image of 4 or 8 bits is the palette's, else the default or halftone
+// palette's; at 1 bit it is black and white.
 VOwnedGlobal ConvertDIBFormat(HGLOBAL hDib, WORD bitCount, HPALETTE hPalette = nullptr);
 
 // The image of a DIB section, in a new block.

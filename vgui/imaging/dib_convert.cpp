@@ -205,8 +205,6 @@ VOwnedGlobal DibFromSection(HBITMAP hBitmap)
     info.header.biHeight = std::abs(section.dsBmih.biHeight);
     // A block has no room for masks; GDI brings the pixels into the standard form.
     info.header.biCompression = BI_RGB;
-    if (info.header.biBitCount <= kMaxIndexedBits && info.header.biClrUsed == 0)
-        info.header.biClrUsed = 1U << info.header.biBitCount;
 
     const VOwnedScreenDC screen(::GetDC(nullptr));
     return FetchPixels(screen.Get(), hBitmap, info);

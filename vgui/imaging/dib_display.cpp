@@ -144,6 +144,9 @@ int CDib::DisplayTransparent(CDC* pDC, int x, int y, COLORREF key) const
 {
     if (!IsUsable(pDC) || m_hBitmap == nullptr)
         return FALSE;
+    // GDI would take it for black.
+    if (key == CLR_INVALID)
+        return Display(pDC, x, y, SRCCOPY);
     const CSize size = SizeOf(m_hBitmap);
     const VOwnedBitmap colorsBitmap = TrueColorSection(size);
     const VOwnedBitmap maskBitmap(::CreateBitmap(size.cx, size.cy, 1, 1, nullptr));

@@ -13,9 +13,6 @@
 namespace
 {
 
-// Behind the header of a BI_BITFIELDS image.
-constexpr size_t kMaskBytes = 3 * sizeof(DWORD);
-
 // One channel of 16-bit pixels, and its values in the current frame.
 class WordChannel
 {
@@ -115,12 +112,7 @@ void FadeImage(const VDibView& original, const VDibView& live, const VFadeLevels
         FadeColors(original, live, levels);
         break;
     }
-    // The masks of a block that has no room of their own for them lie among the pixels.
-    if (original.Compression() == BI_BITFIELDS) {
-        constexpr size_t kHeaderBytes = sizeof(BITMAPINFOHEADER);
-        std::memcpy(live.Block() + kHeaderBytes, original.Block() + kHeaderBytes,
-                    std::min(kMaskBytes, live.Length() - kHeaderBytes));
-    }
+    live.RestoreMasks(original);
 }
 
 // ---- Whether two frames look the same, told without making them

@@ -86,15 +86,20 @@ void WriteBmp(CFile& file, const VDibView& dib)
     file.Write(dib.Block(), static_cast<UINT>(dibBytes));
 }
 
-// The length of the BMP file that begins at the file's position, as it states it; 0 when none does or it
-// cannot be true. The position stays.
-DWORD StoredBytes(CFile& file)
+// Where the BMP file that begins at the file's position ends, as it states it, or the file's end when that
+// cannot be true; the position itself when there is none. The position stays.
+ULONGLONG StoredEnd(CFile& file)
 {
     const ULONGLONG start = file.GetPosition();
     BITMAPFILEHEADER header;
     const bool isBmp = file.Read(&header, sizeof header) == sizeof header && header.bfType == kBmpSignature;
     file.Seek(static_cast<LONGLONG>(start), CFile::begin);
-    return isBmp && header.bfSize <= file.GetLength() - start ? header.bfSize : 0;
+    if (!isBmp)
+        return start;
+    const ULONGLONG fileEnd = file.GetLength();
+    const bool isPossible =
+        header.bfSize >= kFileHeaderBytes + kInfoHeaderBytes && header.bfSize <= fileEnd - start;
+    return isPossible ? start + header.bfSize : fileEnd;
 }
 
 } // namespace
@@ -195,8 +200,7 @@ void CDib::Serialize(CArchive& ar)
         return;
     }
     // What the archive holds behind the image follows.
-    const ULONGLONG start = file->GetPosition();
-    const DWORD stored = StoredBytes(*file);
-    ReadUpTo(*file, stored != 0 ? start + stored : kFileEnd);
-    file->Seek(static_cast<LONGLONG>(start + stored), CFile::begin);
+    const ULONGLONG end = StoredEnd(*file);
+    ReadUpTo(*file, end);
+    file->Seek(static_cast<LONGLONG>(end), CFile::begin);
 }

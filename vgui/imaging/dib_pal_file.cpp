@@ -79,6 +79,9 @@ VOwnedPalette ReadPalette(HMMIO hmmio)
 // A multimedia file on a handle of the operating system. Null when it cannot be had.
 HMMIO OpenOnHandle(UINT hFile, DWORD access)
 {
+    // Without a handle the multimedia system opens a file that goes nowhere.
+    if (hFile == 0)
+        return nullptr;
     MMIOINFO info{};
     info.adwInfo[0] = hFile;
     return ::mmioOpen(nullptr, &info, access | MMIO_ALLOCBUF);
@@ -164,14 +167,12 @@ int CDIBPal::Save(UINT hFile)
 
 int CDIBPal::Load(CFile* pFile)
 {
-    const UINT handle = HandleOf(pFile);
-    return handle != 0 && Load(handle);
+    return Load(HandleOf(pFile));
 }
 
 int CDIBPal::Save(CFile* pFile)
 {
-    const UINT handle = HandleOf(pFile);
-    return handle != 0 && Save(handle);
+    return Save(HandleOf(pFile));
 }
 
 int CDIBPal::Load(LPCSTR fileName)

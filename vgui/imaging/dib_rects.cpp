@@ -13,6 +13,7 @@ namespace
 template <class Draw>
 VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
 {
+    const VLockedDib original(hDib);
     VOwnedGlobal copy = DuplicateDib(hDib);
     const VLockedDib dib(copy.Get());
     if (!dib)
@@ -21,6 +22,7 @@ VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
     if (!section || !draw(section))
         return {};
     section.CopyTo(dib);
+    dib.RestoreMasks(original);
     return copy;
 }
 
@@ -62,6 +64,7 @@ HGLOBAL CDib::CopyRect(CRect rect) const
     if (!section.Draw({0, 0}, VDibSection(dib), rect))
         return nullptr;
     section.CopyTo(target);
+    target.UpdateSizeImage();
     return block.Release();
 }
 
