@@ -14,8 +14,9 @@ END_MESSAGE_MAP()
 
 void ComboTreeEdit::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
 {
+    const HWND window = m_hWnd;
     VEdit::OnChar(nChar, nRepCnt, nFlags);
-    if (m_hWnd == nullptr)
+    if (!VGIsAttached(this, window))
         return;
     if (auto* combo = DYNAMIC_DOWNCAST(ComboTree, GetParent()))
         combo->SendParentComboMessage(CBN_EDITCHANGE);
