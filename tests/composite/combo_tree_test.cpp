@@ -123,7 +123,9 @@ TEST_F(ComboTreeControl, IsMadeOfEditButtonAndHiddenTree)
     EXPECT_FALSE(combo.SetHasCheckboxes(TRUE));
     EXPECT_FALSE(combo.GetHasCheckboxes());
 
+    ASSERT_EQ(::GetFocus(), host.m_hWnd);
     EXPECT_FALSE(combo.EnableWindow(FALSE));
+    EXPECT_EQ(::GetFocus(), host.m_hWnd); // it was not in the combo box
     for (const CWnd* part : {static_cast<CWnd*>(&combo), static_cast<CWnd*>(&combo.GetEdit()),
                              static_cast<CWnd*>(&combo.GetDropDownButton()), static_cast<CWnd*>(&tree)})
         EXPECT_FALSE(part->IsWindowEnabled());

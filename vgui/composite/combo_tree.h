@@ -33,6 +33,8 @@ public:
 
 protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    // Unlike other buttons it moves the focus nowhere when it is disabled.
+    afx_msg void OnEnable(BOOL bEnable);
     afx_msg UINT OnGetDlgCode();
     DECLARE_MESSAGE_MAP()
 };
