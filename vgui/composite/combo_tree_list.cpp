@@ -40,6 +40,7 @@ BEGIN_MESSAGE_MAP(ComboTreeDropList, CTreeCtrl)
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
     ON_WM_KEYDOWN()
+    ON_WM_CHAR()
     ON_WM_ACTIVATEAPP()
     ON_WM_GETDLGCODE()
 END_MESSAGE_MAP()
@@ -223,6 +224,18 @@ void ComboTreeDropList::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags)
         return;
     }
     CTreeCtrl::OnKeyDown(nChar, nRepCnt, nFlags);
+    TellIfMovedFrom(before);
+}
+
+void ComboTreeDropList::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
+{
+    const HTREEITEM before = GetSelectedItem();
+    CTreeCtrl::OnChar(nChar, nRepCnt, nFlags);
+    TellIfMovedFrom(before);
+}
+
+void ComboTreeDropList::TellIfMovedFrom(HTREEITEM before)
+{
     if (m_hWnd != nullptr && m_pCombo != nullptr && GetSelectedItem() != before)
         m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
 }
