@@ -337,6 +337,25 @@ TEST_F(ComboTreeControl, ClicksInTheTreeSelectAndChoose)
     EXPECT_EQ(combo.GetWindowText(), L"g");
     EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE, CBN_DBLCLK, CBN_SELENDOK}));
 
+    // The button of a folder that closes around the selected item.
+    const int button = -static_cast<int>(tree.GetIndent()) / 2;
+    for (const bool twice : {false, true}) {
+        combo.ExpandBranch(Find(L"f"));
+        tree.SelectItem(Find(L"f/g"));
+        Drop();
+        if (twice) {
+            CPoint point = On(L"f", button);
+            tree.ScreenToClient(&point);
+            tree.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        } else {
+            Click(On(L"f", button));
+        }
+        EXPECT_EQ(combo.GetCurSel(), Find(L"f"));
+        EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE}));
+    }
+    combo.ExpandBranch(Find(L"f"));
+    tree.SelectItem(Find(L"f/g"));
+
     combo.SetEnableSelectParent(FALSE);
     Drop();
     DoubleClick(On(L"f")); // expands or collapses only

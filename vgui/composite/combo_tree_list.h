@@ -87,7 +87,7 @@ private:
     void HighlightSelection(CDC& dc, const CRect& client);
     [[nodiscard]] HTREEITEM ItemAt(CPoint point, UINT hitFlags) const;
     bool ToggleBoxAt(CPoint point);
-    void TellIfMovedFrom(HTREEITEM before);
+    bool TellIfMovedFrom(HTREEITEM before);
 
     // Item links.
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;
