@@ -176,6 +176,11 @@ TEST_F(ComboTreeKeys, RealKeysMoveInTheTreeWhileTheEditHasTheFocus)
     Key(VK_SPACE);
     EXPECT_EQ(tree.GetCheckState(Find(L"a")), ComboTreeChecked);
     EXPECT_EQ(Told().front(), static_cast<int>(CBN_CHECKCHANGE));
+    Type(L"b"); // the tree looks for a label that begins so
+    EXPECT_EQ(combo.GetCurrentTreePath(), L"b");
+    EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE, CBN_EDITCHANGE}));
+    tree.SelectItem(Find(L"a"));
+    combo.SetWindowText(L"");
     Key(VK_F4);
     EXPECT_FALSE(IsDown());
     EXPECT_EQ(Told(), (Codes{CBN_SELENDOK}));

@@ -3,8 +3,11 @@
 #include "tests/support/modal.h"
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
+#include <new>
 #include <optional>
+#include <utility>
 
 using namespace support;
 
@@ -18,29 +21,53 @@ public:
     static constexpr CImageList ComboTreeDropList::*kImages = &OpenList::m_checkImages;
 };
 
-// Destroys a window when the hooked one has been shown.
-class EndAtShow : public CComboSubclassWnd
+// Does something when the hooked window has been shown or hidden: SWP_SHOWWINDOW, SWP_HIDEWINDOW.
+class DoAtShow : public CComboSubclassWnd
 {
 public:
-    explicit EndAtShow(CWnd& victim) : m_victim(victim) {}
+    DoAtShow(UINT flag, std::function<void()> deed) : m_flag(flag), m_deed(std::move(deed)) {}
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        const bool shown = message == WM_WINDOWPOSCHANGED &&
-                           (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & SWP_SHOWWINDOW) != 0;
+        const bool isIt = message == WM_WINDOWPOSCHANGED &&
+                          (reinterpret_cast<const WINDOWPOS*>(lParam)->flags & m_flag) != 0;
         const LRESULT result = CComboSubclassWnd::WindowProc(message, wParam, lParam);
-        if (shown)
-            m_victim.DestroyWindow();
+        if (isIt)
+            m_deed();
         return result;
     }
 
 private:
-    CWnd& m_victim;
+    UINT m_flag;
+    std::function<void()> m_deed;
+};
+
+class ComboTreeControl : public ComboTreeTest
+{
+protected:
+    // Deletes the object; what is written to its memory from now on is seen, what is read leads nowhere.
+    void EndCombo()
+    {
+        combo.~OpenCombo();
+        std::memset(static_cast<void*>(&combo), kDead, sizeof(combo));
+        m_ended = true;
+    }
+    // Makes it again if it was deleted.
+    void ReviveCombo()
+    {
+        if (!std::exchange(m_ended, false))
+            return;
+        const auto* const bytes = reinterpret_cast<const BYTE*>(&combo);
+        EXPECT_EQ(std::count(bytes, bytes + sizeof(combo), kDead), static_cast<ptrdiff_t>(sizeof(combo)));
+        new (&combo) OpenCombo;
+    }
+
+private:
+    static constexpr BYTE kDead = 0xDD;
+    bool m_ended = false;
 };
 
 } // namespace
-
-using ComboTreeControl = ComboTreeTest;
 
 TEST_F(ComboTreeControl, IsMadeOfEditButtonAndHiddenTree)
 {
@@ -96,7 +123,9 @@ TEST_F(ComboTreeControl, IsMadeOfEditButtonAndHiddenTree)
     EXPECT_FALSE(combo.SetHasCheckboxes(TRUE));
     EXPECT_FALSE(combo.GetHasCheckboxes());
 
+    ASSERT_EQ(::GetFocus(), host.m_hWnd);
     EXPECT_FALSE(combo.EnableWindow(FALSE));
+    EXPECT_EQ(::GetFocus(), host.m_hWnd); // it was not in the combo box
     for (const CWnd* part : {static_cast<CWnd*>(&combo), static_cast<CWnd*>(&combo.GetEdit()),
                              static_cast<CWnd*>(&combo.GetDropDownButton()), static_cast<CWnd*>(&tree)})
         EXPECT_FALSE(part->IsWindowEnabled());
@@ -308,6 +337,25 @@ TEST_F(ComboTreeControl, ClicksInTheTreeSelectAndChoose)
     EXPECT_EQ(combo.GetWindowText(), L"g");
     EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE, CBN_DBLCLK, CBN_SELENDOK}));
 
+    // The button of a folder that closes around the selected item.
+    const int button = -static_cast<int>(tree.GetIndent()) / 2;
+    for (const bool twice : {false, true}) {
+        combo.ExpandBranch(Find(L"f"));
+        tree.SelectItem(Find(L"f/g"));
+        Drop();
+        if (twice) {
+            CPoint point = On(L"f", button);
+            tree.ScreenToClient(&point);
+            tree.SendMessage(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        } else {
+            Click(On(L"f", button));
+        }
+        EXPECT_EQ(combo.GetCurSel(), Find(L"f"));
+        EXPECT_EQ(Told(), (Codes{CBN_SELCHANGE}));
+    }
+    combo.ExpandBranch(Find(L"f"));
+    tree.SelectItem(Find(L"f/g"));
+
     combo.SetEnableSelectParent(FALSE);
     Drop();
     DoubleClick(On(L"f")); // expands or collapses only
@@ -486,10 +534,12 @@ TEST_F(ComboTreeControl, SurvivesWhatHandlersDo)
         {CBN_CHECKCHANGE, [] { Key(VK_SPACE); }},
         {CBN_CHECKCHANGE, [this] { Click(OnBox(L"b")); }},
         {CBN_EDITCHANGE, [] { Type(L"q"); }},
+        {CBN_SELENDOK, [this] { Click(combo.GetDropDownButton().m_hWnd); }},
+        {CBN_KILLFOCUS, [this] { combo.HideTree(), combo.EnableWindow(FALSE); }},
     };
     const std::vector<std::function<void()>> deeds{
         [this] { combo.DestroyWindow(); }, [this] { tree.DestroyWindow(); }, [this] { host.DestroyWindow(); },
-        [this] { combo.ResetContent(); }, [this] { combo.HideTree(); }};
+        [this] { combo.ResetContent(); },  [this] { combo.HideTree(); },     [this] { EndCombo(); }};
     for (const auto& deed : deeds)
         for (const auto& [code, input] : cases) {
             OpenDropped({L"a", L"b"}, true);
@@ -505,6 +555,7 @@ TEST_F(ComboTreeControl, SurvivesWhatHandlersDo)
             input();
             EXPECT_TRUE(acted) << code;
             host.SetAnswer({});
+            ReviveCombo();
             if (combo.m_hWnd != nullptr && tree.m_hWnd == nullptr) {
                 EXPECT_FALSE(combo.GetDroppedState());
                 combo.ShowTree();
@@ -518,14 +569,22 @@ TEST_F(ComboTreeControl, SurvivesWhatHandlersDo)
         }
 }
 
-TEST_F(ComboTreeControl, SurvivesItsEndWhileItIsShown)
+TEST_F(ComboTreeControl, SurvivesItsEndWhileItIsShownAndHidden)
 {
-    Open();
-    EndAtShow hook(combo);
-    ASSERT_TRUE(hook.HookWindow(tree.m_hWnd));
-    combo.ShowTree();
-    EXPECT_EQ(combo.m_hWnd, nullptr);
-    EXPECT_FALSE(combo.GetDroppedState());
+    const std::vector<std::function<void()>> deeds{[this] { combo.DestroyWindow(); }, [this] { EndCombo(); }};
+    for (const auto& deed : deeds)
+        for (const UINT flag : {SWP_SHOWWINDOW, SWP_HIDEWINDOW}) {
+            Open();
+            DoAtShow hook(flag, deed);
+            ASSERT_TRUE(hook.HookWindow(tree.m_hWnd));
+            combo.ShowTree();
+            if (flag == SWP_HIDEWINDOW)
+                combo.HideTree();
+            ReviveCombo();
+            EXPECT_EQ(combo.m_hWnd, nullptr);
+            EXPECT_FALSE(combo.GetDroppedState());
+            host.DestroyWindow();
+        }
 }
 
 TEST_F(ComboTreeControl, PartsAreSafeOnTheirOwn)

@@ -157,6 +157,7 @@ bool ComboTree::CreateEdit()
 void ComboTree::OnDestroy()
 {
     SetDroppedState(FALSE);
+    m_bEnding = false;
     m_hook.HookWindow(nullptr);
     m_tree.DestroyWindow();
     CWnd::OnDestroy();
@@ -180,11 +181,15 @@ void ComboTree::OnSize(UINT nType, int cx, int cy)
 
 BOOL ComboTree::EnableWindow(BOOL enable)
 {
+    const HWND window = m_hWnd;
     for (CWnd* part :
-         {static_cast<CWnd*>(&m_tree), static_cast<CWnd*>(&m_edit), static_cast<CWnd*>(&m_button)})
+         {static_cast<CWnd*>(&m_tree), static_cast<CWnd*>(&m_edit), static_cast<CWnd*>(&m_button)}) {
+        if (!VGIsAttached(this, window))
+            return FALSE; // the edit field has lost the focus, of which the parent is told
         if (part->m_hWnd != nullptr)
             part->EnableWindow(enable);
-    return m_hWnd != nullptr && CWnd::EnableWindow(enable);
+    }
+    return VGIsAttached(this, window) && CWnd::EnableWindow(enable);
 }
 
 bool ComboTree::SendParentComboMessage(UINT code)
@@ -264,15 +269,16 @@ void ComboTree::PlaceTree(UINT flags)
 
 void ComboTree::DisplayTree()
 {
+    const HWND window = m_hWnd;
     PlaceTree(SWP_SHOWWINDOW);
-    if (m_tree.m_hWnd == nullptr)
+    if (!VGIsAttached(this, window) || m_tree.m_hWnd == nullptr)
         return; // somebody whom it deactivated has destroyed it
     m_strSavedPath = GetCurrentTreePath();
     SetDroppedState(TRUE);
     // The keyboard stays with the edit field; the tree is to look as if it had the focus.
     m_tree.PostMessage(WM_SETFOCUS);
     m_tree.SetActiveWindow();
-    if (m_bDropped)
+    if (VGIsAttached(this, window) && m_bDropped)
         m_tree.SetForegroundWindow();
 }
 
@@ -293,7 +299,7 @@ void ComboTree::ShowTree()
     if (!VGIsAttached(this, window) || m_tree.m_hWnd == nullptr)
         return;
     DisplayTree();
-    if (!m_bDropped || !SendParentComboMessage(CBN_DROPDOWN) || !m_bDropped)
+    if (!VGIsAttached(this, window) || !m_bDropped || !SendParentComboMessage(CBN_DROPDOWN) || !m_bDropped)
         return;
     m_hook.Hook();
     RepaintParts();
@@ -301,9 +307,12 @@ void ComboTree::ShowTree()
 
 void ComboTree::HideTree()
 {
+    const HWND window = m_hWnd;
     SetDroppedState(FALSE);
     if (m_tree.m_hWnd != nullptr)
-        m_tree.ShowWindow(SW_HIDE);
+        m_tree.ShowWindow(SW_HIDE); // somebody becomes active
+    if (!VGIsAttached(this, window))
+        return;
     m_hook.HookWindow(nullptr);
     RepaintParts();
 }
@@ -317,6 +326,15 @@ void ComboTree::RepaintParts()
 
 // What the parent does about the notification must not end the drop-down once more: it may move itself, or
 // open a box, which the tree must not cover.
+bool ComboTree::SendEnding(UINT code)
+{
+    m_bEnding = m_hWnd != nullptr;
+    if (!SendParentComboMessage(code))
+        return false;
+    m_bEnding = false;
+    return true;
+}
+
 void ComboTree::OnSelection()
 {
     if (m_bEnding) {
@@ -326,9 +344,8 @@ void ComboTree::OnSelection()
     const HTREEITEM item = GetCurSel();
     if (m_tree.IsChoosable(item)) {
         m_edit.SetWindowText(m_tree.GetItemText(item));
-        m_bEnding = true;
-        SendParentComboMessage(CBN_SELENDOK);
-        m_bEnding = false;
+        if (!SendEnding(CBN_SELENDOK))
+            return;
     }
     HideTree();
 }
@@ -340,10 +357,8 @@ void ComboTree::OnCancel()
         return;
     }
     SelectString(m_strSavedPath, nullptr);
-    m_bEnding = true;
-    SendParentComboMessage(CBN_SELENDCANCEL);
-    m_bEnding = false;
-    HideTree();
+    if (SendEnding(CBN_SELENDCANCEL))
+        HideTree();
 }
 
 void ComboTree::OnDropdownButton()
@@ -365,15 +380,17 @@ BOOL ComboTree::PreTranslateMessage(MSG* pMsg)
     const WPARAM taken = std::exchange(m_takenKey, 0);
     if (taken != 0 && pMsg->message == WM_CHAR && pMsg->wParam == taken)
         return TRUE;
+    const HWND window = m_hWnd;
     const bool dropped = m_bDropped != FALSE;
     if (dropped ? OnKeyDropdownActive(pMsg->message, pMsg->wParam)
                 : OnKeyDropdownInactive(pMsg->message, pMsg->wParam)) {
-        m_takenKey = pMsg->wParam;
+        if (VGIsAttached(this, window))
+            m_takenKey = pMsg->wParam;
         return FALSE; // what the key did is done; it still arrives at its window
     }
     if (dropped && SendTreeMessage(pMsg->message, pMsg->wParam, pMsg->lParam) == 0)
         return FALSE;
-    return CWnd::PreTranslateMessage(pMsg);
+    return VGIsAttached(this, window) && CWnd::PreTranslateMessage(pMsg);
 }
 
 bool ComboTree::OnKeyDropdownInactive(UINT msg, WPARAM key)
@@ -396,8 +413,10 @@ bool ComboTree::OnKeyDropdownActive(UINT msg, WPARAM key)
     } else if (key == VK_ESCAPE) {
         OnCancel();
     } else if (msg == WM_KEYDOWN && key == VK_TAB) {
+        const HWND window = m_hWnd;
         OnSelection();
-        MoveFocusToNextControl();
+        if (VGIsAttached(this, window))
+            MoveFocusToNextControl();
     } else {
         return false;
     }

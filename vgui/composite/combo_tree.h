@@ -33,6 +33,8 @@ public:
 
 protected:
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    // Unlike other buttons it moves the focus nowhere when it is disabled.
+    afx_msg void OnEnable(BOOL bEnable);
     afx_msg UINT OnGetDlgCode();
     DECLARE_MESSAGE_MAP()
 };
@@ -60,7 +62,7 @@ private:
 // An edit field, a drop button and a tree, which is a popup while it is shown. To its parent it is a combo
 // box: it sends CBN_SELCHANGE, CBN_DBLCLK, CBN_SETFOCUS, CBN_KILLFOCUS, CBN_EDITCHANGE, CBN_DROPDOWN,
 // CBN_SELENDOK, CBN_SELENDCANCEL and CBN_CHECKCHANGE as WM_COMMAND, but never CBN_CLOSEUP. A handler may
-// destroy the control's window; it must not delete the object.
+// destroy the control's window and delete the object.
 //
 // Items are addressed by paths: labels joined by a delimiter, "/" at first, compared exactly. The tree may
 // have three-state check boxes: what is above and below an item follows it.
@@ -262,6 +264,7 @@ private:
 
     void PlaceTree(UINT flags);
     void OnTreeDestroyed();
+    bool SendEnding(UINT code);
     void RepaintParts();
     void MoveFocusToNextControl();
 

@@ -40,6 +40,7 @@ BEGIN_MESSAGE_MAP(ComboTreeDropList, CTreeCtrl)
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONDBLCLK()
     ON_WM_KEYDOWN()
+    ON_WM_CHAR()
     ON_WM_ACTIVATEAPP()
     ON_WM_GETDLGCODE()
 END_MESSAGE_MAP()
@@ -194,11 +195,17 @@ void ComboTreeDropList::OnLButtonDown(UINT nFlags, CPoint point)
     if (ToggleBoxAt(point))
         return;
     const HWND window = m_hWnd;
+    const HTREEITEM before = GetSelectedItem();
     const HTREEITEM item = ItemAt(point, TVHT_ONITEMICON | TVHT_ONITEMLABEL);
-    if (item != nullptr && item != GetSelectedItem() && m_pCombo != nullptr)
+    const bool selects = item != nullptr && item != before;
+    if (selects && m_pCombo != nullptr)
         m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
-    if (VGIsAttached(this, window))
-        CTreeCtrl::OnLButtonDown(nFlags, point);
+    if (!VGIsAttached(this, window))
+        return;
+    CTreeCtrl::OnLButtonDown(nFlags, point);
+    // A folder that closes around the selected item takes its place.
+    if (!selects && VGIsAttached(this, window))
+        TellIfMovedFrom(before);
 }
 
 // The second of two quick clicks on a check box is one more click on it, else it would choose an item on
@@ -208,10 +215,13 @@ void ComboTreeDropList::OnLButtonDblClk(UINT nFlags, CPoint point)
     if (ToggleBoxAt(point))
         return;
     const HWND window = m_hWnd;
+    const HTREEITEM before = GetSelectedItem();
     const HTREEITEM item = ItemAt(point, TVHT_ONITEM); // before the tree scrolls what it expands into view
     CTreeCtrl::OnLButtonDblClk(nFlags, point);
-    if (VGIsAttached(this, window) && m_pCombo != nullptr && IsChoosable(item) &&
-        m_pCombo->SendParentComboMessage(CBN_DBLCLK))
+    if (!VGIsAttached(this, window))
+        return;
+    const bool chooses = IsChoosable(item);
+    if (TellIfMovedFrom(before) && chooses && m_pCombo->SendParentComboMessage(CBN_DBLCLK))
         m_pCombo->OnSelection();
 }
 
@@ -223,8 +233,22 @@ void ComboTreeDropList::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags)
         return;
     }
     CTreeCtrl::OnKeyDown(nChar, nRepCnt, nFlags);
-    if (m_hWnd != nullptr && m_pCombo != nullptr && GetSelectedItem() != before)
-        m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
+    TellIfMovedFrom(before);
+}
+
+void ComboTreeDropList::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
+{
+    const HTREEITEM before = GetSelectedItem();
+    CTreeCtrl::OnChar(nChar, nRepCnt, nFlags);
+    TellIfMovedFrom(before);
+}
+
+// False when there is nobody to tell, or the combo box's window is gone afterwards.
+bool ComboTreeDropList::TellIfMovedFrom(HTREEITEM before)
+{
+    if (m_hWnd == nullptr || m_pCombo == nullptr)
+        return false;
+    return GetSelectedItem() == before || m_pCombo->SendParentComboMessage(CBN_SELCHANGE);
 }
 
 void ComboTreeDropList::OnActivateApp(BOOL bActive, DWORD dwThreadID)

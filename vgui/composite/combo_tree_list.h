@@ -63,6 +63,8 @@ protected:
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    // A character may find an item by its label.
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
     afx_msg void OnActivateApp(BOOL bActive, DWORD dwThreadID);
     afx_msg UINT OnGetDlgCode();
     DECLARE_MESSAGE_MAP()
@@ -85,6 +87,7 @@ private:
     void HighlightSelection(CDC& dc, const CRect& client);
     [[nodiscard]] HTREEITEM ItemAt(CPoint point, UINT hitFlags) const;
     bool ToggleBoxAt(CPoint point);
+    bool TellIfMovedFrom(HTREEITEM before);
 
     // Item links.
     LRESULT Ask(UINT message, WPARAM wParam, LPARAM lParam) const;

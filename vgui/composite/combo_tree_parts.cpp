@@ -14,8 +14,9 @@ END_MESSAGE_MAP()
 
 void ComboTreeEdit::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
 {
+    const HWND window = m_hWnd;
     VEdit::OnChar(nChar, nRepCnt, nFlags);
-    if (m_hWnd == nullptr)
+    if (!VGIsAttached(this, window))
         return;
     if (auto* combo = DYNAMIC_DOWNCAST(ComboTree, GetParent()))
         combo->SendParentComboMessage(CBN_EDITCHANGE);
@@ -33,6 +34,7 @@ UINT ComboTreeEdit::OnGetDlgCode()
 IMPLEMENT_DYNAMIC(ComboTreeButton, VButton)
 
 BEGIN_MESSAGE_MAP(ComboTreeButton, VButton)
+    ON_WM_ENABLE()
     ON_WM_GETDLGCODE()
 END_MESSAGE_MAP()
 
@@ -40,6 +42,14 @@ UINT ComboTreeButton::OnGetDlgCode()
 {
     auto* combo = DYNAMIC_DOWNCAST(ComboTree, GetParent());
     return combo != nullptr ? combo->OnGetDlgCode() : VButton::OnGetDlgCode();
+}
+
+// The base gives the focus to the parent, whoever has it. That is the combo box, which is being disabled too.
+void ComboTreeButton::OnEnable(BOOL bEnable)
+{
+    CButton::OnEnable(bEnable);
+    if (!bEnable)
+        CancelHover();
 }
 
 // Straight to the screen: the base would prepare a background that cannot be seen.
