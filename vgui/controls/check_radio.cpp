@@ -83,8 +83,10 @@ void VCheckBox::PreSubclassWindow()
 
 void VCheckBox::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot, hovering);
+    if (VGIsAttached(this, window))
+        BeginHot(*this, hot, hovering);
 }
 
 void VCheckBox::OnMouseLeave()
@@ -309,8 +311,10 @@ BOOL VRadioBtn::OnClicked()
 
 void VRadioBtn::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot, hovering);
+    if (VGIsAttached(this, window))
+        BeginHot(*this, hot, hovering);
 }
 
 void VRadioBtn::OnMouseLeave()
