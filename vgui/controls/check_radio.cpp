@@ -287,8 +287,13 @@ DWORD VRadioBtn::SetCheck(int nCheck, BOOL bRepaint)
     // As with standard radio buttons, Tab leads to the checked one of the group.
     if (changed)
         ModifyStyle(check ? 0 : WS_TABSTOP, check ? WS_TABSTOP : 0);
-    if (changed && check && bRepaint)
+    if (changed && check && bRepaint) {
+        // A sibling of the host's may destroy this one when it is unchecked.
+        const HWND window = m_hWnd;
         UnCheckOthers();
+        if (!VGIsAttached(this, window))
+            return StResultOk;
+    }
     if (bRepaint)
         Invalidate();
     return VButtonST::SetCheck(nCheck, bRepaint);
