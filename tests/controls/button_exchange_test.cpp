@@ -4,6 +4,7 @@
 
 #include <array>
 #include <climits>
+#include <memory>
 
 using namespace support;
 
@@ -117,6 +118,31 @@ TEST_F(ButtonExchange, AStandardButtonThatIsCheckedWhenItTellsUnchecksTheOthers)
         host.SendMessage(WM_COMMAND, MAKEWPARAM(teller, BN_CLICKED), reinterpret_cast<LPARAM>(Item(teller)));
     }
     EXPECT_EQ(Checked(), "...x");
+}
+
+// Guard pages show whether the freed object is used.
+TEST_F(ButtonExchange, SiblingMayFreeTheOneThatUnchecksIt)
+{
+    class Sibling : public VRadioBtn
+    {
+    public:
+        explicit Sibling(std::unique_ptr<VRadioBtn>& other) : m_other(other) {}
+        DWORD SetCheck(int nCheck, BOOL bRepaint) override
+        {
+            m_other.reset();
+            return VRadioBtn::SetCheck(nCheck, bRepaint);
+        }
+
+    private:
+        std::unique_ptr<VRadioBtn>& m_other;
+    };
+    auto clicked = std::make_unique<VRadioBtn>();
+    Sibling sibling(clicked);
+    Add(clicked.get(), BS_AUTORADIOBUTTON | WS_GROUP, 660);
+    Add(&sibling, BS_AUTORADIOBUTTON, 661);
+    Click(Item(660));
+    EXPECT_EQ(clicked, nullptr);
+    EXPECT_EQ(Item(660), nullptr);
 }
 
 TEST_F(ButtonExchange, CheckingWithoutRepaintingLeavesTheOthers)

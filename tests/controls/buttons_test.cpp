@@ -3,6 +3,8 @@
 #include "tests/controls/button_fixture.h"
 #include "tests/support/import_patch.h"
 
+#include <optional>
+#include <tuple>
 #include <utility>
 
 using namespace support;
@@ -247,6 +249,29 @@ TEST_F(Buttons, CheckBoxesAndRadioButtonsFollowTheMouse)
     Click(check.m_hWnd);
     EXPECT_EQ(check.GetCheck(), 1);
     EXPECT_EQ(host.CommandCodes(kButtonId), std::vector<int>{BN_CLICKED});
+}
+
+TEST_F(Buttons, PaintingThatDestroysAPressedOneEndsItAtOnce)
+{
+    OpenedCheck check;
+    OpenedRadio radio;
+    OpenedLink link;
+    const std::tuple<CButton&, BOOL&, DWORD> cases[] = {{check, check.hot, BS_AUTOCHECKBOX},
+                                                        {radio, radio.hot, BS_AUTORADIOBUTTON},
+                                                        {link, link.hot, BS_PUSHBUTTON}};
+    for (const auto& [button, hot, type] : cases) {
+        Subclass(button, type);
+        button.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        host.SetAnswer([&window = button](UINT told, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (told == WM_DRAWITEM)
+                ::DestroyWindow(window.m_hWnd);
+            return {};
+        });
+        button.SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, -50));
+        host.SetAnswer({});
+        EXPECT_EQ(button.m_hWnd, nullptr) << type;
+        EXPECT_FALSE(hot) << type; // the object was not touched any more
+    }
 }
 
 TEST_F(Buttons, RadioButtonDrawsCircleAndDot)

@@ -1,6 +1,7 @@
 #include "tests/controls/button_fixture.h"
 
 #include <climits>
+#include <memory>
 #include <optional>
 
 using namespace support;
@@ -320,4 +321,20 @@ TEST_F(ImageButtonPaint, TransparentButtonShowsItsParentsPicture)
         host.SetAnswer({});
         host.DestroyWindow();
     }
+}
+
+// Guard pages show whether the freed object is used.
+TEST_F(ImageButtonPaint, ParentMayFreeTheButtonThatHasItPaintItsPicture)
+{
+    ASSERT_TRUE(host.Open({300, 200}, WS_POPUP));
+    auto freed = std::make_unique<VButtonST>();
+    ASSERT_TRUE(freed->SubclassWindow(MakeStandard(host, BS_PUSHBUTTON)));
+    host.SetAnswer([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_ERASEBKGND)
+            freed.reset();
+        return {};
+    });
+    freed->DrawTransparent(TRUE);
+    host.SetAnswer({});
+    EXPECT_EQ(freed, nullptr);
 }

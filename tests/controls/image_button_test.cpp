@@ -250,6 +250,31 @@ TEST_F(ImageButton, MenuSurvivesTheButtonsEnd)
     EXPECT_TRUE(doomed->menuShown); // the object was not touched any more
 }
 
+TEST_F(ImageButton, ParentThatGoesDuringAClickIsNotCalledAnyMore)
+{
+    static HWND closing = nullptr;
+    const auto click = [&] {
+        closing = host.m_hWnd;
+        Click(button.m_hWnd);
+        EXPECT_EQ(host.m_hWnd, nullptr);
+        EXPECT_EQ(Clicks(), 0);
+        host.Clear();
+    };
+    Open();
+    button.SetMenu(kTestMenu, host.m_hWnd, FALSE);
+    {
+        const MenuAnswer answer([](HWND, const MenuAnswer::Feed&) { ::DestroyWindow(closing); });
+        click();
+    }
+    Open();
+    button.SetMenu(0, nullptr, FALSE);
+    button.SetURL(L"http://host");
+    const VGShellOpener former =
+        VGSetShellOpener([](SHELLEXECUTEINFOW*) -> BOOL { return ::DestroyWindow(closing); });
+    click();
+    VGSetShellOpener(former);
+}
+
 TEST_F(ImageButton, OpensItsLinkOnly)
 {
     const OpenedLinks links;
@@ -382,6 +407,23 @@ TEST_F(ImageButton, FocusThatDestroysTheButtonEndsItAtOnce)
         host.SetAnswer({});
         EXPECT_EQ(button.m_hWnd, nullptr) << c.code;
         EXPECT_TRUE(button.hovering) << c.code; // the object was not touched any more
+    }
+}
+
+TEST_F(ImageButton, PaintingThatDestroysAPressedButtonEndsItAtOnce)
+{
+    for (const UINT message : {WM_MOUSEMOVE, WM_CANCELMODE}) {
+        Open();
+        button.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        host.SetAnswer([&](UINT told, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (told == WM_DRAWITEM && ::DestroyWindow(button.m_hWnd))
+                button.hovering = TRUE;
+            return {};
+        });
+        button.SendMessage(message, MK_LBUTTON, MAKELPARAM(150, 5));
+        host.SetAnswer({});
+        EXPECT_EQ(button.m_hWnd, nullptr) << message;
+        EXPECT_TRUE(button.hovering) << message; // the object was not touched any more
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "vgui/controls/button_paint.h"
 #include "vgui/controls/hot_tracking.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
 #include "vgui/foundation/gui_manager.h"
@@ -106,8 +107,10 @@ void VHotTrackBtn::PreSubclassWindow()
 
 void VHotTrackBtn::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     CButton::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot);
+    if (VGIsAttached(this, window))
+        BeginHot(*this, hot);
 }
 
 void VHotTrackBtn::OnMouseLeave()

@@ -83,8 +83,10 @@ void VCheckBox::PreSubclassWindow()
 
 void VCheckBox::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot, hovering);
+    if (VGIsAttached(this, window))
+        BeginHot(*this, hot, hovering);
 }
 
 void VCheckBox::OnMouseLeave()
@@ -285,8 +287,13 @@ DWORD VRadioBtn::SetCheck(int nCheck, BOOL bRepaint)
     // As with standard radio buttons, Tab leads to the checked one of the group.
     if (changed)
         ModifyStyle(check ? 0 : WS_TABSTOP, check ? WS_TABSTOP : 0);
-    if (changed && check && bRepaint)
+    if (changed && check && bRepaint) {
+        // A sibling of the host's may destroy this one when it is unchecked.
+        const HWND window = m_hWnd;
         UnCheckOthers();
+        if (!VGIsAttached(this, window))
+            return StResultOk;
+    }
     if (bRepaint)
         Invalidate();
     return VButtonST::SetCheck(nCheck, bRepaint);
@@ -309,8 +316,10 @@ BOOL VRadioBtn::OnClicked()
 
 void VRadioBtn::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     VButtonST::OnMouseMove(nFlags, point);
-    BeginHot(*this, hot, hovering);
+    if (VGIsAttached(this, window))
+        BeginHot(*this, hot, hovering);
 }
 
 void VRadioBtn::OnMouseLeave()

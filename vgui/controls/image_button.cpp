@@ -259,14 +259,15 @@ void VButtonST::DrawTransparent(BOOL bRepaint)
     DropBackground();
     if (!bRepaint || m_hWnd == nullptr)
         return;
-    // What this button has painted so far must not become its background.
+    Repaint(TRUE);
+    // What this button has painted so far must not become its background. Last, since the parent may destroy
+    // the button while it paints.
     CRect place;
     GetWindowRect(place);
     if (CWnd* parent = GetParent()) {
         parent->ScreenToClient(place);
         parent->RedrawWindow(place, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_NOCHILDREN);
     }
-    Repaint(TRUE);
 }
 
 DWORD VButtonST::SetURL(LPCWSTR lpszURL)

@@ -148,7 +148,8 @@ protected:
     afx_msg BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     afx_msg void OnSysColorChange();
-    // Toggles, drops down the menu or opens the link. FALSE: the parent is notified, too.
+    // Toggles, drops down the menu or opens the link. FALSE: the parent is notified, too, unless it has gone
+    // meanwhile.
     afx_msg BOOL OnClicked();
     // A disabled button hands the focus on, whoever had it.
     afx_msg void OnEnable(BOOL bEnable);

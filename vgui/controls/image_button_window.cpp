@@ -84,8 +84,10 @@ BOOL VButtonST::OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message)
 
 void VButtonST::OnMouseMove(UINT nFlags, CPoint point)
 {
+    // The parent is told when the mouse leaves a pressed button, and may destroy it.
+    const HWND window = m_hWnd;
     CButton::OnMouseMove(nFlags, point);
-    if (!flat || ((nFlags & MK_LBUTTON) != 0 && !hovering))
+    if (!VGIsAttached(this, window) || !flat || ((nFlags & MK_LBUTTON) != 0 && !hovering))
         return;
     const HWND active = alwaysTrack ? m_hWnd : ::GetActiveWindow();
     const auto isUnderMouse = [&] {
@@ -125,8 +127,10 @@ void VButtonST::OnSysColorChange()
 
 BOOL VButtonST::OnClicked()
 {
-    // What a click sets off may destroy the button.
+    // What a click sets off may destroy the button, and the parent with it.
     const HWND window = m_hWnd;
+    const HWND parentWindow = ::GetParent(window);
+    const CWnd* const parent = CWnd::FromHandlePermanent(parentWindow);
     if (isToggle) {
         checked = !checked;
         Invalidate();
@@ -138,7 +142,7 @@ BOOL VButtonST::OnClicked()
     }
     if (VGIsAttached(this, window))
         ReleaseCapture();
-    return FALSE;
+    return parent != nullptr && !VGIsAttached(parent, parentWindow);
 }
 
 void VButtonST::DropDownMenu()
@@ -189,8 +193,11 @@ void VButtonST::OnActivate(UINT nState, CWnd* pWndOther, BOOL bMinimized)
 
 void VButtonST::OnCancelMode()
 {
+    // The parent is told that the button is not pressed any more, and may destroy it.
+    const HWND window = m_hWnd;
     CButton::OnCancelMode();
-    CancelHover();
+    if (VGIsAttached(this, window))
+        CancelHover();
 }
 
 // The dialog manager makes the focused push button the default one, which it could not do with a button whose

@@ -17,8 +17,8 @@ void ExchangeRadio(bool save, HWND window, int index, int& value)
         if (checked)
             value = index;
     } else if (radio != nullptr) {
-        radio->SetCheck(index == value, FALSE);
-        radio->Invalidate();
+        radio->SetCheck(index == value, FALSE); // after which a host's radio button may be gone
+        ::InvalidateRect(window, nullptr, TRUE);
     } else {
         ::SendMessageW(window, BM_SETCHECK, index == value, 0);
     }
