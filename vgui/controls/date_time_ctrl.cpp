@@ -23,7 +23,8 @@ END_MESSAGE_MAP()
 
 void VDateTimeCtrl::PreSubclassWindow()
 {
-    m_bHover = FALSE; // it may have been on when the object's former window went
+    m_bHover = FALSE;          // it may have been on when the object's former window went
+    m_spin.UnsubclassWindow(); // or has stayed without this object
     CDateTimeCtrl::PreSubclassWindow();
     AttachArrows();
 }
