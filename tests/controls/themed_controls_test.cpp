@@ -432,8 +432,10 @@ TEST_F(ThemedControls, GroupCaptionFitsTheBox)
         EXPECT_EQ(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 6, 0, shown.Width(), 40)), 0);
         EXPECT_GT(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 30, 0, shown.Width(), 40)), 0);
     }
-    for (const int height : {-5, 0, 1, 4000}) { // no fault
+    for (const int height : {INT_MIN, 0, 1, 4000, INT_MAX}) { // a band that fills the box ends in a line
         group.SetTitleHeight(height);
         PumpMessages();
+        const COLORREF last = ClientPixel(group.m_hWnd, {2, kPlace.Height() - 2});
+        EXPECT_EQ(last == VGM.Group.clrLine, height > 1) << height;
     }
 }

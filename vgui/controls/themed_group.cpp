@@ -224,7 +224,7 @@ void VGroup::DrawTitleStyle(CDC* pDC)
     pDC->Rectangle(client);
     CRect band = client;
     band.DeflateRect(1, 1);
-    band.bottom = std::min<int>(band.bottom, band.top + std::max(m_nTitleHeight, 0));
+    band.bottom = band.top + std::min(band.Height(), std::max(m_nTitleHeight, 0));
     if (band.IsRectEmpty())
         return;
 
