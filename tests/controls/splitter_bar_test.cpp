@@ -375,6 +375,8 @@ TEST_F(SplitterBar, ItsOwnMoveMayDestroyTheBarOrTakeTheCapture)
 TEST_F(SplitterBar, LimitsHoldInAMirroredParent)
 {
     Open(FALSE, kBarColor, WS_POPUP | WS_BORDER, WS_EX_LAYOUTRTL);
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    DibSurface during(1, 1);
     const auto dropAt = [&](int left) {
         CRect place(left, 30, left + 6, 36);
         host.ClientToScreen(place);
@@ -382,11 +384,18 @@ TEST_F(SplitterBar, LimitsHoldInAMirroredParent)
         bar->ScreenToClient(&point);
         bar->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 20));
         bar->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        during = CaptureClient(host.m_hWnd);
         bar->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
         PumpMessages();
         return PlaceOf(*bar).left;
     };
     EXPECT_EQ(dropAt(110), 110);
+    for (int x = 100; x < 126; ++x) { // the picture was where the bar was dropped
+        const CRect column(x, 20, x + 1, 180);
+        EXPECT_EQ(static_cast<bool>(AreasEqual(during, column, before, column.TopLeft())),
+                  x < 110 || x >= 116)
+            << x;
+    }
     EXPECT_EQ(PlaceOf(pane1), CRect(10, 10, 110, 190));
     EXPECT_EQ(PlaceOf(pane2), CRect(116, 10, 290, 190));
     const RecordedMessages told = host.Messages(kMovedHorizontal);

@@ -37,17 +37,6 @@ CRect LineRect(CRect client)
     return client;
 }
 
-// Where the client area begins inside the window, from the side on which its coordinates begin.
-CSize ClientOffset(const CWnd& window)
-{
-    CRect outer;
-    window.GetWindowRect(outer);
-    CPoint origin(0, 0);
-    window.ClientToScreen(&origin);
-    const bool mirrored = (window.GetExStyle() & WS_EX_LAYOUTRTL) != 0;
-    return {mirrored ? outer.right - origin.x : origin.x - outer.left, origin.y - outer.top};
-}
-
 HCURSOR LoadBarCursor(BOOL horizontal)
 {
     const LPCTSTR name = MAKEINTRESOURCE(horizontal ? kHorizontalBarCursor : kVerticalBarCursor);
@@ -238,14 +227,20 @@ void CSplitterBar::DrawDraggingBar(CPoint clientPoint, DRAGFLAG phase)
 }
 
 // Both rectangles are in the parent's client coordinates. The context is the whole window's, whose origin is
-// the corner of the frame.
+// the left upper corner of the frame, also where the parent is mirrored.
 void CSplitterBar::InvertOnParent(const CRect& rect, const CRect* erase)
 {
     CWnd* const parent = GetParent();
-    const CSize offset = ClientOffset(*parent);
+    CRect frame;
+    parent->GetWindowRect(frame);
+    CRect shown = rect;
+    CRect previous = erase != nullptr ? *erase : CRect(0, 0, 0, 0);
+    for (CRect* const picture : {&shown, &previous}) {
+        parent->ClientToScreen(*picture);
+        picture->OffsetRect(-frame.TopLeft());
+    }
     CWindowDC dc(parent);
-    const CRect shown = rect + offset;
-    const CRect previous = (erase != nullptr ? *erase : CRect(0, 0, 0, 0)) + offset;
+    ::SetLayout(dc.m_hDC, 0);
     dc.DrawDragRect(shown, barRect.Size(), erase != nullptr ? &previous : nullptr, barRect.Size());
 }
 
