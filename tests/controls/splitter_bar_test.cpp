@@ -24,6 +24,7 @@ class OpenBar : public CSplitterBar
 public:
     using CSplitterBar::CSplitterBar;
     using CSplitterBar::dragging;
+    using CSplitterBar::GetMostCoordForPanes;
     using CSplitterBar::minSize1;
     using CSplitterBar::minSize2;
     using CSplitterBar::mostHigh;
@@ -425,6 +426,7 @@ TEST_F(SplitterBar, WorksWithoutPanesParentOrWindow)
     EXPECT_FALSE(loose.Create(WS_CHILD, CRect(0, 0, 5, 5), nullptr, 1, FALSE));
     loose.SetPanes(nullptr, nullptr);
     loose.MovePanes();
+    loose.GetMostCoordForPanes();
     EXPECT_FALSE(loose.IsCursorOverSplitter(CPoint(0, 0)));
 
     Open(FALSE);

@@ -146,6 +146,8 @@ BOOL CSplitterBar::IsCursorOverSplitter(const CPoint& screenPoint) const
 
 void CSplitterBar::GetMostCoordForPanes()
 {
+    if (m_hWnd == nullptr)
+        return;
     const CWnd& parent = *GetParent();
     CRect room;
     parent.GetClientRect(room);
