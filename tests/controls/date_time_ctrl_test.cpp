@@ -133,4 +133,18 @@ TEST_F(DateTimeCtrl, ArrowsAreTheLibrarysOwn)
     EXPECT_FALSE(date.m_spin.IsWindowEnabled());
     date.DestroyWindow();
     EXPECT_EQ(date.m_spin.m_hWnd, nullptr);
+
+    // A control that begins disabled has disabled arrows.
+    ASSERT_TRUE(date.Create(WS_CHILD | WS_VISIBLE | WS_DISABLED | DTS_TIMEFORMAT, CRect(20, 20, 180, 40),
+                            &host, kId));
+    EXPECT_FALSE(date.m_spin.IsWindowEnabled());
+    date.EnableWindow(TRUE);
+    EXPECT_TRUE(date.m_spin.IsWindowEnabled());
+
+    // An object that leaves its window takes the arrows of the next one.
+    const HWND former = date.UnsubclassWindow();
+    ASSERT_TRUE(date.Create(WS_CHILD | WS_VISIBLE | DTS_TIMEFORMAT, CRect(20, 20, 180, 40), &host, kId));
+    EXPECT_EQ(::GetParent(date.m_spin.m_hWnd), date.m_hWnd);
+    ::DestroyWindow(former);
+    EXPECT_EQ(::GetParent(date.m_spin.m_hWnd), date.m_hWnd);
 }

@@ -1,6 +1,7 @@
 #include "vgui/controls/splitter_bar.h"
 
 #include "tests/support/host_test.h"
+#include "vgui/foundation/subclass_wnd.h"
 
 #include <climits>
 #include <functional>
@@ -23,6 +24,7 @@ class OpenBar : public CSplitterBar
 public:
     using CSplitterBar::CSplitterBar;
     using CSplitterBar::dragging;
+    using CSplitterBar::GetMostCoordForPanes;
     using CSplitterBar::minSize1;
     using CSplitterBar::minSize2;
     using CSplitterBar::mostHigh;
@@ -40,13 +42,24 @@ struct Meddler : CStatic {
     }
 };
 
+// The same for the bar.
+struct MeddlingHook : CSubclassWnd {
+    std::function<void()> onMoved;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_WINDOWPOSCHANGED && onMoved)
+            std::exchange(onMoved, nullptr)();
+        return CSubclassWnd::WindowProc(message, wParam, lParam);
+    }
+};
+
 // A host of 300 by 200 with two panes that leave 6 pixels for the bar.
 class SplitterBar : public HostTest
 {
 protected:
-    void Open(BOOL horizontal, DWORD color = kBarColor, DWORD hostStyle = WS_POPUP)
+    void Open(BOOL horizontal, DWORD color = kBarColor, DWORD hostStyle = WS_POPUP, DWORD hostExStyle = 0)
     {
-        ASSERT_TRUE(host.Open({300, 200}, hostStyle));
+        ASSERT_TRUE(host.Open({300, 200}, hostStyle, hostExStyle));
         const CRect first = horizontal ? CRect(10, 10, 290, 90) : CRect(10, 10, 140, 190);
         const CRect second = horizontal ? CRect(10, 96, 290, 190) : CRect(146, 10, 290, 190);
         ASSERT_TRUE(pane1.Create(_T(""), WS_CHILD | WS_VISIBLE, first, &host));
@@ -324,6 +337,75 @@ TEST_F(SplitterBar, APaneMayDestroyTheBarWhenItIsMoved)
     EXPECT_EQ(told[0].wParam, kBarId);
 }
 
+TEST_F(SplitterBar, ItsOwnMoveMayDestroyTheBarOrTakeTheCapture)
+{
+    MeddlingHook hook;
+    Open(FALSE);
+    ASSERT_TRUE(hook.HookWindow(bar.get()));
+    hook.onMoved = [&] { bar.reset(); };
+    DragTo({100, 10});
+    EXPECT_EQ(bar, nullptr);
+    EXPECT_EQ(host.Messages(kMovedHorizontal).size(), 1u);
+    EXPECT_EQ(::GetCapture(), nullptr);
+    Close();
+
+    Open(FALSE);
+    pane1.MoveWindow(10, 10, 100, 180);
+    ASSERT_TRUE(hook.HookWindow(bar.get()));
+    hook.onMoved = [&] { bar.reset(); };
+    bar->SetPanes(&pane1, &pane2);
+    EXPECT_EQ(bar, nullptr);
+    Close();
+
+    // The picture is off by then, so there is none to take off. The drop is a place that the limits do not
+    // allow.
+    Open(FALSE);
+    pane2.ShowWindow(SW_HIDE);
+    PumpMessages();
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    ASSERT_TRUE(hook.HookWindow(bar.get()));
+    hook.onMoved = [] { ::ReleaseCapture(); };
+    bar->SetPanesMiniSize(0, 100);
+    DragTo({250, 10});
+    EXPECT_EQ(PlaceOf(*bar).left, 184);
+    const CRect picture(250, 10, 256, 190);
+    EXPECT_TRUE(AreasEqual(CaptureClient(host.m_hWnd), picture, before, picture.TopLeft()));
+    hook.Unhook();
+}
+
+TEST_F(SplitterBar, LimitsHoldInAMirroredParent)
+{
+    Open(FALSE, kBarColor, WS_POPUP | WS_BORDER, WS_EX_LAYOUTRTL);
+    const DibSurface before = CaptureClient(host.m_hWnd);
+    DibSurface during(1, 1);
+    const auto dropAt = [&](int left) {
+        CRect place(left, 30, left + 6, 36);
+        host.ClientToScreen(place);
+        CPoint point = place.TopLeft();
+        bar->ScreenToClient(&point);
+        bar->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 20));
+        bar->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(point.x, point.y));
+        during = CaptureClient(host.m_hWnd);
+        bar->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(point.x, point.y));
+        PumpMessages();
+        return PlaceOf(*bar).left;
+    };
+    EXPECT_EQ(dropAt(110), 110);
+    for (int x = 100; x < 126; ++x) { // the picture was where the bar was dropped
+        const CRect column(x, 20, x + 1, 180);
+        EXPECT_EQ(static_cast<bool>(AreasEqual(during, column, before, column.TopLeft())),
+                  x < 110 || x >= 116)
+            << x;
+    }
+    EXPECT_EQ(PlaceOf(pane1), CRect(10, 10, 110, 190));
+    EXPECT_EQ(PlaceOf(pane2), CRect(116, 10, 290, 190));
+    const RecordedMessages told = host.Messages(kMovedHorizontal);
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(static_cast<short>(LOWORD(told[0].lParam)), 30) << "to the right on the screen";
+    EXPECT_EQ(dropAt(2), 10);
+    EXPECT_EQ(dropAt(295), 284);
+}
+
 TEST_F(SplitterBar, ABarThatGoesInADragTakesItsPictureAlong)
 {
     Open(FALSE);
@@ -344,6 +426,7 @@ TEST_F(SplitterBar, WorksWithoutPanesParentOrWindow)
     EXPECT_FALSE(loose.Create(WS_CHILD, CRect(0, 0, 5, 5), nullptr, 1, FALSE));
     loose.SetPanes(nullptr, nullptr);
     loose.MovePanes();
+    loose.GetMostCoordForPanes();
     EXPECT_FALSE(loose.IsCursorOverSplitter(CPoint(0, 0)));
 
     Open(FALSE);

@@ -1,5 +1,8 @@
 #include "tests/controls/themed_fixture.h"
 
+#include <functional>
+#include <memory>
+
 using namespace support;
 using namespace themed;
 
@@ -9,8 +12,25 @@ namespace
 class OpenListBox : public VListBox
 {
 public:
+    using VListBox::ItemAt;
     using VListBox::m_nTipItem;
     using VListBox::m_pToolTip;
+};
+
+// A control that ends while it handles a message, as one does whose parent is told and destroys it.
+template <class Control>
+struct Vanishing : Control {
+    UINT last = 0;
+    std::function<void()> vanish;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        const LRESULT result = Control::DefWindowProc(message, wParam, lParam);
+        if (message == last) {
+            const std::function<void()> end = vanish; // which frees this one's
+            end();
+        }
+        return result;
+    }
 };
 
 class ThemedControls : public Fixture
@@ -214,6 +234,65 @@ TEST_F(ThemedControls, TipFollowsTheMouseOverTheItems)
     EXPECT_EQ(tip.GetToolCount(), 1);
 }
 
+TEST_F(ThemedControls, ListAnswersItemsBeyondSixteenBits)
+{
+    OpenListBox list;
+    CreateList(list, LBS_NODATA | LBS_OWNERDRAWFIXED);
+    constexpr int kTop = 0x10000 - 3;
+    list.SendMessage(LB_SETCOUNT, 0x10000 + 50);
+    list.SetTopIndex(kTop);
+    for (const int item : {kTop, kTop + 3, kTop + 4}) {
+        CRect rect;
+        list.GetItemRect(item, rect);
+        EXPECT_EQ(list.ItemAt(rect.CenterPoint()), item);
+    }
+    list.SetTopIndex(0);
+    EXPECT_EQ(list.ItemAt({5, 2}), 0);
+}
+
+TEST_F(ThemedControls, TipsDoNotStayWithAFormerWindow)
+{
+    OpenListBox list;
+    OpenComboBox combo;
+    for (int round = 0; round < 2; ++round) {
+        SkinnedHost dlg;
+        DialogTemplate t(L"tips", 200, 120);
+        ASSERT_TRUE(dlg.Open(t));
+        const auto open = [](CWnd& control, LPCWSTR windowClass, CWnd& parent) {
+            ASSERT_TRUE(control.SubclassWindow(::CreateWindowW(windowClass, L"", kChild, 10, 10, 80, 60,
+                                                               parent.m_hWnd, nullptr, nullptr, nullptr)));
+        };
+        open(list, L"LISTBOX", dlg);
+        list.EnableTips();
+        EXPECT_EQ(list.m_pToolTip, &dlg.GetToolTipCtrl());
+        EXPECT_EQ(dlg.GetToolTipCtrl().GetToolCount(), 2); // the dialog's own and the list's
+        open(combo, L"COMBOBOX", host);
+        combo.SetTooltipText(L"tip", FALSE);
+        EXPECT_EQ(TipText(combo.m_toolTip, &combo), L"tip");
+        list.UnsubclassWindow();
+        ::DestroyWindow(combo.UnsubclassWindow());
+    }
+}
+
+TEST_F(ThemedControls, ControlsMayEndWhileTheyHandleAMessage)
+{
+    auto list = std::make_unique<Vanishing<OpenListBox>>();
+    CreateList(*list);
+    list->AddString(L"item");
+    list->m_nTipItem = 0;
+    list->last = WM_MOUSEMOVE;
+    list->vanish = [&] { list.reset(); };
+    list->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5, 90));
+    EXPECT_EQ(list, nullptr);
+
+    auto group = std::make_unique<Vanishing<VGroup>>();
+    ASSERT_TRUE(group->Create(L"", kChild | BS_GROUPBOX, kPlace, &host, kId));
+    group->last = WM_ENABLE;
+    group->vanish = [&] { group.reset(); };
+    group->EnableWindow(FALSE);
+    EXPECT_EQ(group, nullptr);
+}
+
 TEST_F(ThemedControls, ListWithoutASkinnedParentHasNoTips)
 {
     OpenListBox list;
@@ -353,8 +432,10 @@ TEST_F(ThemedControls, GroupCaptionFitsTheBox)
         EXPECT_EQ(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 6, 0, shown.Width(), 40)), 0);
         EXPECT_GT(shown.Count(VGM.Group.clrTitleText, CRect(shown.Width() - 30, 0, shown.Width(), 40)), 0);
     }
-    for (const int height : {-5, 0, 1, 4000}) { // no fault
+    for (const int height : {INT_MIN, 0, 1, 4000, INT_MAX}) { // a band that fills the box ends in a line
         group.SetTitleHeight(height);
         PumpMessages();
+        const COLORREF last = ClientPixel(group.m_hWnd, {2, kPlace.Height() - 2});
+        EXPECT_EQ(last == VGM.Group.clrLine, height > 1) << height;
     }
 }

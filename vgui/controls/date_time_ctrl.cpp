@@ -23,7 +23,8 @@ END_MESSAGE_MAP()
 
 void VDateTimeCtrl::PreSubclassWindow()
 {
-    m_bHover = FALSE; // it may have been on when the object's former window went
+    m_bHover = FALSE;          // it may have been on when the object's former window went
+    m_spin.UnsubclassWindow(); // or has stayed without this object
     CDateTimeCtrl::PreSubclassWindow();
     AttachArrows();
 }
@@ -41,12 +42,13 @@ void VDateTimeCtrl::OnStyleChanged(int nStyleType, LPSTYLESTRUCT lpStyleStruct)
     AttachArrows();
 }
 
-// The stock control makes the arrows, as a child, when it is created or gets the style.
+// The stock control makes the arrows, as a child, when it is created or gets the style. They are enabled
+// then, whatever the control is.
 void VDateTimeCtrl::AttachArrows()
 {
     const HWND arrows = ::FindWindowExW(m_hWnd, nullptr, UPDOWN_CLASSW, nullptr);
-    if (arrows != nullptr && CWnd::FromHandlePermanent(arrows) == nullptr)
-        m_spin.SubclassWindow(arrows);
+    if (arrows != nullptr && CWnd::FromHandlePermanent(arrows) == nullptr && m_spin.SubclassWindow(arrows))
+        m_spin.EnableWindow(IsWindowEnabled());
 }
 
 CRect VDateTimeCtrl::GetFrameRect() const

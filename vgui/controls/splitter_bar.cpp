@@ -37,16 +37,6 @@ CRect LineRect(CRect client)
     return client;
 }
 
-// Where the client area begins inside the window.
-CSize ClientOffset(const CWnd& window)
-{
-    CRect outer;
-    window.GetWindowRect(outer);
-    CPoint origin(0, 0);
-    window.ClientToScreen(&origin);
-    return origin - outer.TopLeft();
-}
-
 HCURSOR LoadBarCursor(BOOL horizontal)
 {
     const LPCTSTR name = MAKEINTRESOURCE(horizontal ? kHorizontalBarCursor : kVerticalBarCursor);
@@ -122,7 +112,8 @@ void CSplitterBar::SetPanes(CWnd* newPane1, CWnd* newPane2)
         else // The first pane's top takes part in the choice of the bottom; this is intended.
             MoveWindow(CRect(first.right, std::min(first.top, second.top), second.left,
                              std::max(first.top, second.bottom)));
-        MovePanes();
+        if (VGIsAttached(this, self))
+            MovePanes();
     }
     if (VGIsAttached(this, self))
         GetMostCoordForPanes();
@@ -155,6 +146,8 @@ BOOL CSplitterBar::IsCursorOverSplitter(const CPoint& screenPoint) const
 
 void CSplitterBar::GetMostCoordForPanes()
 {
+    if (m_hWnd == nullptr)
+        return;
     const CWnd& parent = *GetParent();
     CRect room;
     parent.GetClientRect(room);
@@ -236,14 +229,20 @@ void CSplitterBar::DrawDraggingBar(CPoint clientPoint, DRAGFLAG phase)
 }
 
 // Both rectangles are in the parent's client coordinates. The context is the whole window's, whose origin is
-// the corner of the frame.
+// the left upper corner of the frame, also where the parent is mirrored.
 void CSplitterBar::InvertOnParent(const CRect& rect, const CRect* erase)
 {
     CWnd* const parent = GetParent();
-    const CSize offset = ClientOffset(*parent);
+    CRect frame;
+    parent->GetWindowRect(frame);
+    CRect shown = rect;
+    CRect previous = erase != nullptr ? *erase : CRect(0, 0, 0, 0);
+    for (CRect* const picture : {&shown, &previous}) {
+        parent->ClientToScreen(*picture);
+        picture->OffsetRect(-frame.TopLeft());
+    }
     CWindowDC dc(parent);
-    const CRect shown = rect + offset;
-    const CRect previous = (erase != nullptr ? *erase : CRect(0, 0, 0, 0)) + offset;
+    ::SetLayout(dc.m_hDC, 0);
     dc.DrawDragRect(shown, barRect.Size(), erase != nullptr ? &previous : nullptr, barRect.Size());
 }
 
@@ -286,37 +285,43 @@ void CSplitterBar::Drop(CPoint point)
     DrawDraggingBar(point, DragMove);
     DrawDraggingBar(point, DragEnd);
 
+    dragging = FALSE; // with the picture off, a capture lost from here on is nothing to tidy up
+
     ClientToScreen(&point);
-    const LPARAM movement = MoveBar(GetDropRect(point));
-    OnPaint();
-    dragging = FALSE;
-    ::ReleaseCapture();
-    // The bar may be gone once a pane has been moved.
-    const HWND parent = ::GetParent(m_hWnd);
+    // The bar may be gone once it or a pane has been moved.
+    const HWND self = m_hWnd;
+    const HWND parent = ::GetParent(self);
     const UINT message = horizontal ? VGSplitterMovedVertical : VGSplitterMovedHorizontal;
     const auto id = static_cast<WPARAM>(GetDlgCtrlID());
-    if (!outDriveMode)
+    const LPARAM movement = MoveBar(GetDropRect(point));
+    if (VGIsAttached(this, self)) {
+        OnPaint();
+        ::ReleaseCapture();
+    }
+    if (VGIsAttached(this, self) && !outDriveMode)
         MovePanes();
     ::SendMessage(parent, message, id, movement);
 }
 
-// The bar's new place in screen coordinates. Where the limits cross, the upper one holds.
+// The bar's new place in screen coordinates. Where the limits cross, the upper one holds. They are compared
+// in the parent's coordinates, which run to the left in a mirrored one.
 CRect CSplitterBar::GetDropRect(CPoint screenPoint)
 {
     GetMostCoordForPanes();
-    CPoint low(mostLow, mostLow);
-    CPoint high(mostHigh, mostHigh);
-    GetParent()->ClientToScreen(&low);
-    GetParent()->ClientToScreen(&high);
-    if (!outDriveMode) {
-        screenPoint.x = std::min(std::max(screenPoint.x, low.x), high.x);
-        screenPoint.y = std::min(std::max(screenPoint.y, low.y), high.y);
-    }
+    const auto limited = [this](int place) { return std::min(std::max(place, mostLow), mostHigh); };
     CRect rect = barRect;
     if (horizontal)
         rect.MoveToY(screenPoint.y);
     else
         rect.MoveToX(screenPoint.x);
+    if (outDriveMode)
+        return rect;
+    GetParent()->ScreenToClient(rect);
+    if (horizontal)
+        rect.MoveToY(limited(rect.top));
+    else
+        rect.MoveToX(limited(rect.left));
+    GetParent()->ClientToScreen(rect);
     return rect;
 }
 

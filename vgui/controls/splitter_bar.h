@@ -59,7 +59,7 @@ public:
     void DrawDraggingBar(CPoint clientPoint, DRAGFLAG phase);
 
 protected:
-    // Computes mostLow and mostHigh.
+    // Computes mostLow and mostHigh; they stay as they are without a window.
     void GetMostCoordForPanes();
 
     afx_msg void OnPaint();

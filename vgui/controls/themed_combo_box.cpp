@@ -29,6 +29,8 @@ END_MESSAGE_MAP()
 void VComboBox::PreSubclassWindow()
 {
     m_bHover = FALSE; // it may have been on when the object's former window went
+    // The object may have left that window without its end, and the tip knows that one only.
+    DestroyControlTip(m_toolTip);
     CComboBox::PreSubclassWindow();
 }
 

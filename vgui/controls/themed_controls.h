@@ -59,6 +59,7 @@ public:
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
+    void PreSubclassWindow() override;
     // The item at a point in client coordinates, -1 when there is none.
     int ItemAt(CPoint point) const;
 

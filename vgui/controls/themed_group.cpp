@@ -1,5 +1,6 @@
 #include "vgui/controls/button_paint.h"
 #include "vgui/controls/themed_controls.h"
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
@@ -128,8 +129,10 @@ void VGroup::PreSubclassWindow()
 
 LRESULT VGroup::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    const HWND window = m_hWnd;
     const LRESULT result = CButton::WindowProc(message, wParam, lParam);
-    if (ChangesLook(message, lParam))
+    // A handler of a derived class may have destroyed the box.
+    if (ChangesLook(message, lParam) && VGIsAttached(this, window))
         Repaint();
     return result;
 }
@@ -221,7 +224,7 @@ void VGroup::DrawTitleStyle(CDC* pDC)
     pDC->Rectangle(client);
     CRect band = client;
     band.DeflateRect(1, 1);
-    band.bottom = std::min<int>(band.bottom, band.top + std::max(m_nTitleHeight, 0));
+    band.bottom = band.top + std::min(band.Height(), std::max(m_nTitleHeight, 0));
     if (band.IsRectEmpty())
         return;
 

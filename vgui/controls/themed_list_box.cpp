@@ -60,6 +60,14 @@ BEGIN_MESSAGE_MAP(VListBox, CListBox)
     ON_MESSAGE(LB_RESETCONTENT, &VListBox::OnItemsChange)
 END_MESSAGE_MAP()
 
+// The object may have left its former window without that one's end.
+void VListBox::PreSubclassWindow()
+{
+    m_pToolTip = nullptr;
+    m_nTipItem = -1;
+    CListBox::PreSubclassWindow();
+}
+
 // Gives the item its data, unless its index says that there is none.
 int VListBox::AddWithData(int index, DWORD_PTR data)
 {
@@ -140,7 +148,10 @@ bool VListBox::HasTips() const
 int VListBox::ItemAt(CPoint point) const
 {
     BOOL outside = FALSE;
-    const int item = static_cast<int>(ItemFromPoint(point, outside));
+    const UINT answer = ItemFromPoint(point, outside);
+    // The list answers the lower 16 bits of an index; what it shows is not that far from its top.
+    const UINT top = static_cast<UINT>(GetTopIndex());
+    const int item = static_cast<int>(top + ((answer - top) & 0xFFFF));
     // Below the last item the list answers that one.
     CRect rect;
     return !outside && GetItemRect(item, rect) != LB_ERR && rect.PtInRect(point) ? item : -1;
@@ -175,9 +186,11 @@ void VListBox::RelayToTip(MSG& message)
 
 void VListBox::OnMouseMove(UINT nFlags, CPoint point)
 {
+    const HWND window = m_hWnd;
     CListBox::OnMouseMove(nFlags, point);
-    // The tip does not stay when the mouse goes on to where there is no item.
-    if (m_nTipItem >= 0 && ItemAt(point) < 0)
+    // The tip does not stay when the mouse goes on to where there is no item. The parent may have destroyed
+    // the list when the mouse selected an item on its way.
+    if (VGIsAttached(this, window) && m_nTipItem >= 0 && ItemAt(point) < 0)
         ForgetTip();
 }
 
