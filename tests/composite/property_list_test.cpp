@@ -2,6 +2,7 @@
 
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/lingering.h"
 #include "tests/support/modal.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
@@ -49,15 +50,19 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(host.Open());
-        list = std::make_unique<OpenList>();
+        AttachList();
+        ASSERT_TRUE(next.Create(L"next", WS_CHILD | WS_VISIBLE | WS_TABSTOP, CRect(260, 10, 340, 40), &host,
+                                kNextId));
+    }
+    void AttachList()
+    {
+        list.reset(new Lingering<OpenList>);
         const HWND window = ::CreateWindowExW(
             0, L"LISTBOX", L"", kListStyle, kPlace.left, kPlace.top, kPlace.Width(), kPlace.Height(),
             host.m_hWnd, reinterpret_cast<HMENU>(UINT_PTR{kId}), ::AfxGetInstanceHandle(), nullptr);
         ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)),
                        FALSE);
         ASSERT_TRUE(list->SubclassWindow(window));
-        ASSERT_TRUE(next.Create(L"next", WS_CHILD | WS_VISIBLE | WS_TABSTOP, CRect(260, 10, 340, 40), &host,
-                                kNextId));
     }
     void TearDown() override
     {
@@ -449,6 +454,60 @@ TEST_F(PropertyList, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(list->m_edit.m_hWnd, nullptr);
     list->EndEdit(true);
     EXPECT_EQ(list->GetItemName(2), L"n2") << "the texts are the object's";
+}
+
+// The list tells of the focus when an editor gets it or is hidden with it.
+TEST_F(PropertyList, TheHostMayTakeRowsWhenTheFocusMoves)
+{
+    const auto startWhileRowGoes = [&](int index, int code, UINT row) {
+        host.SetAnswer([=, this](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && wParam == MAKEWPARAM(kId, code))
+                list->DeleteString(row);
+            return {};
+        });
+        EXPECT_NO_THROW(list->StartEdit(index));
+        host.SetAnswer({});
+        EXPECT_EQ(list->m_nEditIndex, -1);
+        EXPECT_FALSE(list->m_edit.IsWindowVisible());
+    };
+    AddPlain(2);
+    list->AddItem(L"header", L"", L"", List::PIET_GROUP);
+    list->StartEdit(0);
+    startWhileRowGoes(1, LBN_SETFOCUS, 1); // a header now
+    AddPlain(1);
+    list->StartEdit(0);
+    startWhileRowGoes(2, LBN_SETFOCUS, 2); // no row any more
+    list->SetFocus();
+    startWhileRowGoes(0, LBN_KILLFOCUS, 0); // its editor has been closed
+}
+
+TEST_F(PropertyList, TheHostMayDestroyItWhenTheFocusMoves)
+{
+    const struct {
+        int code;
+        void (*act)(OpenList&);
+    } occasions[] = {{LBN_KILLFOCUS, [](OpenList& open) { open.StartEdit(1); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.StartEdit(1); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.EndEdit(true); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.DeleteString(0); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.ResetContent(); }}};
+    for (const auto& occasion : occasions) {
+        if (list == nullptr)
+            AttachList();
+        AddPlain(2);
+        list->SetFocus();
+        if (occasion.code == LBN_SETFOCUS)
+            list->StartEdit(0);
+        host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && wParam == MAKEWPARAM(kId, occasion.code))
+                list.reset();
+            return {};
+        });
+        occasion.act(*list);
+        host.SetAnswer({});
+        EXPECT_EQ(list, nullptr);
+        EXPECT_TRUE(Lingering<OpenList>::IsUntouched());
+    }
 }
 
 TEST_F(PropertyList, RowsAreCellsAndHeadersAreBands)

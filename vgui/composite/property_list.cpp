@@ -201,14 +201,14 @@ LRESULT VPropertyList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     const LRESULT result = VListBox::WindowProc(message, wParam, lParam);
     switch (message) {
     case LB_RESETCONTENT:
-        CloseEditor();
         m_items.RemoveAll();
+        CloseEditor();
         break;
     case LB_DELETESTRING:
         // Not for an item that had no record: SetText inserts the new one before it deletes the old one.
         if (GetCount() < m_items.GetCount() && IsValidIndex(static_cast<int>(wParam))) {
-            CloseEditor();
             m_items.RemoveAt(static_cast<int>(wParam));
+            CloseEditor();
         }
         break;
     case WM_SETFONT:
