@@ -6,7 +6,9 @@
 #include "tests/support/recorder.h"
 #include "vgui/composite/property_list.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 using namespace support;
 
@@ -287,6 +289,43 @@ TEST_F(PropertyGrid, TheHostMayDestroyItWhenItIsTold)
     EXPECT_EQ(grid, nullptr);
     EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());
     host.SetAnswer({});
+}
+
+TEST_F(PropertyGrid, TheHostMayTakeTheCellOrTheGridOnTheWay)
+{
+    const auto moveEditorWhile = [&](const std::function<void()>& act) {
+        grid->StartEdit(0, 1);
+        grid->SetItemState(1, LVIS_SELECTED, LVIS_SELECTED);
+        bool isTold = false;
+        host.SetAnswer([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+            if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == LVN_ITEMCHANGED &&
+                !std::exchange(isTold, true))
+                act();
+            return {};
+        });
+        grid->StartEdit(kRows - 1, 2);
+        host.SetAnswer({});
+        EXPECT_TRUE(isTold);
+    };
+    moveEditorWhile([&] { grid->DeleteItem(kRows - 1); });
+    ExpectEditing(-1, -1);
+    grid->InsertItem(kRows - 1, L"last");
+    moveEditorWhile([&] { grid.reset(); });
+    EXPECT_EQ(grid, nullptr);
+    EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());
+}
+
+TEST_F(PropertyGrid, AnEditorNeverStaysWithoutItsCellInAGridTooLowForARow)
+{
+    CRect header;
+    grid->GetHeaderCtrl()->GetWindowRect(header);
+    for (const int room : {-4, 0, 3, 8}) {
+        grid->SetWindowPos(nullptr, 0, 0, 260, header.Height() + room, SWP_NOMOVE | SWP_NOZORDER);
+        grid->StartEdit(kRows / 2, 1);
+        EXPECT_EQ(grid->IsEditCtrlVisible(), grid->m_nEditRow >= 0) << room;
+        grid->EndEdit(true);
+        ExpectEditing(-1, -1);
+    }
 }
 
 TEST_F(PropertyGrid, CellsScrollIntoView)

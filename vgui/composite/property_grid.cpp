@@ -146,18 +146,24 @@ void VPropertyGrid::StartEdit(int row, int column)
     if (row < 0 || row >= GetItemCount() || !IsEditable(column))
         return;
     const HWND self = m_hWnd;
+    // The host, told of each of these steps, may destroy the grid or take the row away.
+    const auto isThere = [&] { return VGIsAttached(this, self) && row < GetItemCount(); };
     EndEdit(true);
-    if (!VGIsAttached(this, self) || !CreateEditor())
+    if (!isThere() || !CreateEditor())
         return;
     EnsureVisible(row, FALSE);
-    ScrollToColumn(row, column);
-    SetItemState(-1, 0, LVIS_SELECTED);
-    if (!VGIsAttached(this, self))
+    if (isThere())
+        ScrollToColumn(row, column);
+    if (isThere())
+        SetItemState(-1, 0, LVIS_SELECTED);
+    if (!isThere())
         return;
     m_nEditRow = row;
     m_nEditColumn = column;
     m_edit.SetFont(GetFont());
     PlaceEditor();
+    if (m_nEditRow == kNone)
+        return; // no room for a row below the header
     m_edit.SetWindowText(GetItemText(row, column));
     m_edit.ShowWindow(SW_SHOW);
     m_edit.SetSel(0, -1);
