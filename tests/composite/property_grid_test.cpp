@@ -259,6 +259,11 @@ TEST_F(PropertyGrid, TheEditorFollowsItsCell)
     EXPECT_EQ(grid->m_edit.GetFont()->m_hObject, font.m_hObject);
     grid->SetFont(nullptr);
 
+    int order[] = {1, 2, 0};
+    grid->SetColumnOrderArray(3, order);
+    ASSERT_EQ(CellRect(2, 1).left, 0);
+    ExpectEditing(2, 1);
+
     // A key that scrolls the list as far as its last row, with which the first ones go.
     const auto scrollBy = [&](UINT key) { grid->SendMessage(WM_KEYDOWN, key, 0); };
     grid->StartEdit(kRows - 2, 1);
@@ -359,4 +364,21 @@ TEST_F(PropertyGrid, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(grid->m_nEditRow, -1);
     grid->SetEditable(0, false);
     EXPECT_EQ(grid->GetColumnCount(), 0);
+}
+
+TEST_F(PropertyGrid, AnotherWindowHasItsOwnEditor)
+{
+    grid->StartEdit(1, 1);
+    const HWND former = grid->UnsubclassWindow();
+    const HWND edit = grid->m_edit.m_hWnd;
+    const HWND window = ::CreateWindowExW(0, WC_LISTVIEWW, L"", kGridStyle, 10, 160, 260, 100, host.m_hWnd,
+                                          nullptr, ::AfxGetInstanceHandle(), nullptr);
+    ASSERT_TRUE(grid->SubclassWindow(window));
+    EXPECT_FALSE(::IsWindow(edit));
+    EXPECT_TRUE(::IsWindow(former));
+    grid->InsertColumn(0, L"column", LVCFMT_LEFT, 80);
+    grid->InsertItem(0, L"text");
+    grid->StartEdit(0, 0);
+    ExpectEditing(0, 0);
+    EXPECT_EQ(grid->m_edit.GetParent(), grid.get());
 }

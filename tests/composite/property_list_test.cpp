@@ -606,3 +606,18 @@ TEST_F(PropertyList, ListsCanBeCreated)
         EXPECT_EQ(one.GetItemValue(0), L"bird");
     }
 }
+
+TEST_F(PropertyList, AnotherWindowHasItsOwnEditors)
+{
+    AddPlain(2);
+    list->StartEdit(1);
+    const HWND former = list->UnsubclassWindow();
+    const HWND window = ::CreateWindowExW(0, L"LISTBOX", L"", kListStyle, 10, 150, 220, 130, host.m_hWnd,
+                                          nullptr, ::AfxGetInstanceHandle(), nullptr);
+    ASSERT_TRUE(list->SubclassWindow(window));
+    EXPECT_EQ(list->m_nEditIndex, -1);
+    EXPECT_EQ(::GetWindow(former, GW_CHILD), nullptr);
+    list->StartEdit(0);
+    EXPECT_EQ(list->m_edit.GetParent(), list.get());
+    EXPECT_EQ(TakePosted().back(), Started(0));
+}

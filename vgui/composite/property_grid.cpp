@@ -43,6 +43,8 @@ bool MayPlaceCells(UINT message)
     case WM_SIZE:
     case WM_SETFONT:
     case WM_KEYDOWN:
+    case LVM_SETCOLUMNORDERARRAY: // of which the header tells nothing
+    case LVM_SETIMAGELIST:        // rows are as high as its images
         return true;
     default:
         return false;
@@ -103,6 +105,11 @@ void VPropertyGrid::PrepareControl()
 // Makes the editor unless it is there. False when there is none.
 bool VPropertyGrid::CreateEditor()
 {
+    if (IsEditorElsewhere(m_edit, m_hWnd)) {
+        m_nEditRow = kNone;
+        m_nEditColumn = kNone;
+        m_edit.DestroyWindow();
+    }
     return m_edit.m_hWnd != nullptr ||
            m_edit.Create(kCellEditStyle | static_cast<DWORD>(GetHeaderTextFormat(0)), CRect(0, 0, 1, 1), this,
                          kEditId);

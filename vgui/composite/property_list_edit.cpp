@@ -42,6 +42,12 @@ void VPropertyList::PrepareControl()
 
 void VPropertyList::CreateEditors()
 {
+    for (CWnd* const editor : Editors()) {
+        if (IsEditorElsewhere(*editor, m_hWnd)) {
+            m_nEditIndex = kNoRow;
+            editor->DestroyWindow();
+        }
+    }
     const CRect place(0, 0, 1, 1);
     if (m_edit.m_hWnd == nullptr)
         m_edit.Create(kCellEditStyle, place, this, kEditId);
