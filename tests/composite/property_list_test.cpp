@@ -407,6 +407,35 @@ TEST_F(PropertyList, EditorFollowsTheList)
     list->SetFont(nullptr);
 }
 
+TEST_F(PropertyList, EditorFollowsWhatScrollsToASelection)
+{
+    AddPlain(6);
+    for (int i = 0; i < 6; ++i)
+        list->AddItem(L"header", L"", L"", List::PIET_GROUP);
+    void (*const selections[])(OpenList&) = {
+        [](OpenList& open) { open.SetCurSel(9); }, [](OpenList& open) { open.SetCaretIndex(10, FALSE); },
+        [](OpenList& open) { open.SendMessage(WM_KEYDOWN, VK_END); },
+        [](OpenList& open) {
+            // A header of which only the upper part is in view.
+            CRect client;
+            open.GetClientRect(client);
+            open.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, client.bottom - 2));
+            open.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, client.bottom - 2));
+        }};
+    for (const auto& select : selections) {
+        list->SetCurSel(0);
+        list->SetTopIndex(0);
+        list->StartEdit(1);
+        // Not every system's list box takes its children along when it scrolls.
+        list->m_edit.MoveWindow(0, 100, 10, 10);
+        select(*list);
+        EXPECT_EQ(list->m_nEditIndex, 1);
+        CRect row;
+        list->GetItemRect(1, row);
+        EXPECT_EQ(PlaceOf(list->m_edit).top, row.top);
+    }
+}
+
 TEST_F(PropertyList, RemovedRowsTakeTheirTextsAndTheEditorAlong)
 {
     AddPlain(4);
