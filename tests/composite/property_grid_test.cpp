@@ -315,6 +315,9 @@ TEST_F(PropertyGrid, TheHostMayTakeTheCellOrTheGridOnTheWay)
     moveEditorWhile([&] { grid->DeleteItem(kRows - 1); });
     ExpectEditing(-1, -1);
     grid->InsertItem(kRows - 1, L"last");
+    moveEditorWhile([&] { grid->SetEditable(2, false); });
+    ExpectEditing(-1, -1);
+    grid->SetEditable(2, true);
     moveEditorWhile([&] { grid.reset(); });
     EXPECT_EQ(grid, nullptr);
     EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());

@@ -153,8 +153,10 @@ void VPropertyGrid::StartEdit(int row, int column)
     if (row < 0 || row >= GetItemCount() || !IsEditable(column))
         return;
     const HWND self = m_hWnd;
-    // The host, told of each of these steps, may destroy the grid or take the row away.
-    const auto isThere = [&] { return VGIsAttached(this, self) && row < GetItemCount(); };
+    // The host, told of each of these steps, may destroy the grid or take the cell away.
+    const auto isThere = [&] {
+        return VGIsAttached(this, self) && row < GetItemCount() && IsEditable(column);
+    };
     EndEdit(true);
     if (!isThere() || !CreateEditor())
         return;
