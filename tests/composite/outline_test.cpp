@@ -199,3 +199,38 @@ TEST_F(Outline, BitmapsGoWithTheWindow)
     // One added without a window goes with the object; the census would see it.
     outline.AddItem(L"late", kHelpGlyph);
 }
+
+TEST_F(Outline, LooksTheSameWhateverTheStaticIsTold)
+{
+    Open(L"title", L"text");
+    const DibSurface before = CaptureClient(outline.m_hWnd);
+    const auto expectUnchanged = [&](LPCSTR what) {
+        outline.UpdateWindow();
+        const DibSurface after = CaptureClient(outline.m_hWnd);
+        EXPECT_TRUE(AreasEqual(after, after.Bounds(), before, CPoint(0, 0))) << what;
+    };
+    outline.EnableWindow(FALSE);
+    expectUnchanged("disabled");
+    outline.SetWindowText(L"a static's text");
+    expectUnchanged("named");
+    outline.SendMessage(WM_SETFONT, 0, TRUE);
+    expectUnchanged("with a font");
+    CString text;
+    outline.GetWindowText(text);
+    EXPECT_EQ(text, L"a static's text");
+}
+
+TEST_F(Outline, AnotherWindowStartsWithoutHighlight)
+{
+    Open();
+    MoveTo(OnScreen({50, 50}));
+    EXPECT_EQ(outline.m_nHot, 1);
+    outline.DestroyWindow();
+    EXPECT_EQ(outline.m_nHot, -1);
+    MoveTo(ClientToScreen(host.m_hWnd, {180, 180}));
+    ASSERT_TRUE(outline.Create(L"", WS_CHILD | WS_VISIBLE, CRect(10, 10, 110, 161), &host));
+    MoveTo(OnScreen({50, 50}));
+    EXPECT_EQ(outline.m_nHot, 1);
+    MoveTo(ClientToScreen(host.m_hWnd, {180, 180}));
+    EXPECT_TRUE(PumpUntil([&] { return outline.m_nHot == -1; })) << "is told when the mouse leaves";
+}

@@ -6,7 +6,9 @@
 #include "tests/support/recorder.h"
 #include "vgui/composite/property_list.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 using namespace support;
 
@@ -257,6 +259,11 @@ TEST_F(PropertyGrid, TheEditorFollowsItsCell)
     EXPECT_EQ(grid->m_edit.GetFont()->m_hObject, font.m_hObject);
     grid->SetFont(nullptr);
 
+    int order[] = {1, 2, 0};
+    grid->SetColumnOrderArray(3, order);
+    ASSERT_EQ(CellRect(2, 1).left, 0);
+    ExpectEditing(2, 1);
+
     // A key that scrolls the list as far as its last row, with which the first ones go.
     const auto scrollBy = [&](UINT key) { grid->SendMessage(WM_KEYDOWN, key, 0); };
     grid->StartEdit(kRows - 2, 1);
@@ -287,6 +294,46 @@ TEST_F(PropertyGrid, TheHostMayDestroyItWhenItIsTold)
     EXPECT_EQ(grid, nullptr);
     EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());
     host.SetAnswer({});
+}
+
+TEST_F(PropertyGrid, TheHostMayTakeTheCellOrTheGridOnTheWay)
+{
+    const auto moveEditorWhile = [&](const std::function<void()>& act) {
+        grid->StartEdit(0, 1);
+        grid->SetItemState(1, LVIS_SELECTED, LVIS_SELECTED);
+        bool isTold = false;
+        host.SetAnswer([&](UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+            if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == LVN_ITEMCHANGED &&
+                !std::exchange(isTold, true))
+                act();
+            return {};
+        });
+        grid->StartEdit(kRows - 1, 2);
+        host.SetAnswer({});
+        EXPECT_TRUE(isTold);
+    };
+    moveEditorWhile([&] { grid->DeleteItem(kRows - 1); });
+    ExpectEditing(-1, -1);
+    grid->InsertItem(kRows - 1, L"last");
+    moveEditorWhile([&] { grid->SetEditable(2, false); });
+    ExpectEditing(-1, -1);
+    grid->SetEditable(2, true);
+    moveEditorWhile([&] { grid.reset(); });
+    EXPECT_EQ(grid, nullptr);
+    EXPECT_TRUE(Lingering<OpenGrid>::IsUntouched());
+}
+
+TEST_F(PropertyGrid, AnEditorNeverStaysWithoutItsCellInAGridTooLowForARow)
+{
+    CRect header;
+    grid->GetHeaderCtrl()->GetWindowRect(header);
+    for (const int room : {-4, 0, 3, 8}) {
+        grid->SetWindowPos(nullptr, 0, 0, 260, header.Height() + room, SWP_NOMOVE | SWP_NOZORDER);
+        grid->StartEdit(kRows / 2, 1);
+        EXPECT_EQ(grid->IsEditCtrlVisible(), grid->m_nEditRow >= 0) << room;
+        grid->EndEdit(true);
+        ExpectEditing(-1, -1);
+    }
 }
 
 TEST_F(PropertyGrid, CellsScrollIntoView)
@@ -320,4 +367,21 @@ TEST_F(PropertyGrid, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(grid->m_nEditRow, -1);
     grid->SetEditable(0, false);
     EXPECT_EQ(grid->GetColumnCount(), 0);
+}
+
+TEST_F(PropertyGrid, AnotherWindowHasItsOwnEditor)
+{
+    grid->StartEdit(1, 1);
+    const HWND former = grid->UnsubclassWindow();
+    const HWND edit = grid->m_edit.m_hWnd;
+    const HWND window = ::CreateWindowExW(0, WC_LISTVIEWW, L"", kGridStyle, 10, 160, 260, 100, host.m_hWnd,
+                                          nullptr, ::AfxGetInstanceHandle(), nullptr);
+    ASSERT_TRUE(grid->SubclassWindow(window));
+    EXPECT_FALSE(::IsWindow(edit));
+    EXPECT_TRUE(::IsWindow(former));
+    grid->InsertColumn(0, L"column", LVCFMT_LEFT, 80);
+    grid->InsertItem(0, L"text");
+    grid->StartEdit(0, 0);
+    ExpectEditing(0, 0);
+    EXPECT_EQ(grid->m_edit.GetParent(), grid.get());
 }

@@ -2,6 +2,7 @@
 
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/lingering.h"
 #include "tests/support/modal.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
@@ -49,15 +50,19 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(host.Open());
-        list = std::make_unique<OpenList>();
+        AttachList();
+        ASSERT_TRUE(next.Create(L"next", WS_CHILD | WS_VISIBLE | WS_TABSTOP, CRect(260, 10, 340, 40), &host,
+                                kNextId));
+    }
+    void AttachList()
+    {
+        list.reset(new Lingering<OpenList>);
         const HWND window = ::CreateWindowExW(
             0, L"LISTBOX", L"", kListStyle, kPlace.left, kPlace.top, kPlace.Width(), kPlace.Height(),
             host.m_hWnd, reinterpret_cast<HMENU>(UINT_PTR{kId}), ::AfxGetInstanceHandle(), nullptr);
         ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)),
                        FALSE);
         ASSERT_TRUE(list->SubclassWindow(window));
-        ASSERT_TRUE(next.Create(L"next", WS_CHILD | WS_VISIBLE | WS_TABSTOP, CRect(260, 10, 340, 40), &host,
-                                kNextId));
     }
     void TearDown() override
     {
@@ -402,6 +407,35 @@ TEST_F(PropertyList, EditorFollowsTheList)
     list->SetFont(nullptr);
 }
 
+TEST_F(PropertyList, EditorFollowsWhatScrollsToASelection)
+{
+    AddPlain(6);
+    for (int i = 0; i < 6; ++i)
+        list->AddItem(L"header", L"", L"", List::PIET_GROUP);
+    void (*const selections[])(OpenList&) = {
+        [](OpenList& open) { open.SetCurSel(9); }, [](OpenList& open) { open.SetCaretIndex(10, FALSE); },
+        [](OpenList& open) { open.SendMessage(WM_KEYDOWN, VK_END); },
+        [](OpenList& open) {
+            // A header of which only the upper part is in view.
+            CRect client;
+            open.GetClientRect(client);
+            open.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, client.bottom - 2));
+            open.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, client.bottom - 2));
+        }};
+    for (const auto& select : selections) {
+        list->SetCurSel(0);
+        list->SetTopIndex(0);
+        list->StartEdit(1);
+        // Not every system's list box takes its children along when it scrolls.
+        list->m_edit.MoveWindow(0, 100, 10, 10);
+        select(*list);
+        EXPECT_EQ(list->m_nEditIndex, 1);
+        CRect row;
+        list->GetItemRect(1, row);
+        EXPECT_EQ(PlaceOf(list->m_edit).top, row.top);
+    }
+}
+
 TEST_F(PropertyList, RemovedRowsTakeTheirTextsAndTheEditorAlong)
 {
     AddPlain(4);
@@ -449,6 +483,60 @@ TEST_F(PropertyList, ALostEditorStoresNothingAndIsMadeAgain)
     EXPECT_EQ(list->m_edit.m_hWnd, nullptr);
     list->EndEdit(true);
     EXPECT_EQ(list->GetItemName(2), L"n2") << "the texts are the object's";
+}
+
+// The list tells of the focus when an editor gets it or is hidden with it.
+TEST_F(PropertyList, TheHostMayTakeRowsWhenTheFocusMoves)
+{
+    const auto startWhileRowGoes = [&](int index, int code, UINT row) {
+        host.SetAnswer([=, this](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && wParam == MAKEWPARAM(kId, code))
+                list->DeleteString(row);
+            return {};
+        });
+        EXPECT_NO_THROW(list->StartEdit(index));
+        host.SetAnswer({});
+        EXPECT_EQ(list->m_nEditIndex, -1);
+        EXPECT_FALSE(list->m_edit.IsWindowVisible());
+    };
+    AddPlain(2);
+    list->AddItem(L"header", L"", L"", List::PIET_GROUP);
+    list->StartEdit(0);
+    startWhileRowGoes(1, LBN_SETFOCUS, 1); // a header now
+    AddPlain(1);
+    list->StartEdit(0);
+    startWhileRowGoes(2, LBN_SETFOCUS, 2); // no row any more
+    list->SetFocus();
+    startWhileRowGoes(0, LBN_KILLFOCUS, 0); // its editor has been closed
+}
+
+TEST_F(PropertyList, TheHostMayDestroyItWhenTheFocusMoves)
+{
+    const struct {
+        int code;
+        void (*act)(OpenList&);
+    } occasions[] = {{LBN_KILLFOCUS, [](OpenList& open) { open.StartEdit(1); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.StartEdit(1); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.EndEdit(true); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.DeleteString(0); }},
+                     {LBN_SETFOCUS, [](OpenList& open) { open.ResetContent(); }}};
+    for (const auto& occasion : occasions) {
+        if (list == nullptr)
+            AttachList();
+        AddPlain(2);
+        list->SetFocus();
+        if (occasion.code == LBN_SETFOCUS)
+            list->StartEdit(0);
+        host.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message == WM_COMMAND && wParam == MAKEWPARAM(kId, occasion.code))
+                list.reset();
+            return {};
+        });
+        occasion.act(*list);
+        host.SetAnswer({});
+        EXPECT_EQ(list, nullptr);
+        EXPECT_TRUE(Lingering<OpenList>::IsUntouched());
+    }
 }
 
 TEST_F(PropertyList, RowsAreCellsAndHeadersAreBands)
@@ -546,4 +634,19 @@ TEST_F(PropertyList, ListsCanBeCreated)
         one.EndEdit(true);
         EXPECT_EQ(one.GetItemValue(0), L"bird");
     }
+}
+
+TEST_F(PropertyList, AnotherWindowHasItsOwnEditors)
+{
+    AddPlain(2);
+    list->StartEdit(1);
+    const HWND former = list->UnsubclassWindow();
+    const HWND window = ::CreateWindowExW(0, L"LISTBOX", L"", kListStyle, 10, 150, 220, 130, host.m_hWnd,
+                                          nullptr, ::AfxGetInstanceHandle(), nullptr);
+    ASSERT_TRUE(list->SubclassWindow(window));
+    EXPECT_EQ(list->m_nEditIndex, -1);
+    EXPECT_EQ(::GetWindow(former, GW_CHILD), nullptr);
+    list->StartEdit(0);
+    EXPECT_EQ(list->m_edit.GetParent(), list.get());
+    EXPECT_EQ(TakePosted().back(), Started(0));
 }

@@ -2,6 +2,7 @@
 
 #include "tests/support/census.h"
 #include "tests/support/input.h"
+#include "tests/support/lingering.h"
 #include "tests/support/pixels.h"
 #include "tests/support/pump.h"
 #include "tests/support/recorder.h"
@@ -130,6 +131,7 @@ TEST_F(TipWindow, IsSizedFromItsTexts)
     EXPECT_EQ(sizeOf(L"", L"\tbody").cx, 90 + line.cx + 12);
     tip.SetTextTabStopPositions(nullptr, 7);
     EXPECT_GT(sizeOf(L"", L"\tbody").cx, line.cx + 12);
+    EXPECT_EQ(sizeOf(L"", CString(L'W', 12000)).cx, 0x7FFF);
     tip.SetMargins(CSize(INT_MAX, INT_MAX));
     tip.InitializeSize(CPoint(0, 0), FALSE);
     EXPECT_GT(tip.m_rcClient.Width(), 0);
@@ -282,6 +284,46 @@ TEST_F(TipWindow, SurvivesWhatTheClickedWindowDoes)
     Click(OnScreen({45, 55}));
     EXPECT_EQ(other, nullptr);
     host.SetAnswer({});
+}
+
+// The host loses the mouse capture when a tip appears, and is activated when an active one goes.
+TEST_F(TipWindow, TheHostMayDestroyItWhenItIsTold)
+{
+    const struct {
+        UINT told;
+        void (*act)(OpenTip&, CPoint);
+    } occasions[] = {
+        {WM_CAPTURECHANGED, [](OpenTip& shown, CPoint at) { shown.ShowTipWindow(at, 0, 0, kLong); }},
+        {WM_CAPTURECHANGED,
+         [](OpenTip& shown, CPoint at) {
+             shown.ShowTipWindow(at, 0, kLong);
+             shown.Expire(kShowTimer);
+         }},
+        {WM_ACTIVATE, [](OpenTip& shown, CPoint) { shown.HideTipWindow(); }},
+        {WM_ACTIVATE, [](OpenTip& shown, CPoint) { shown.SendMessage(WM_KILLFOCUS); }},
+        {WM_ACTIVATE, [](OpenTip& shown, CPoint) { shown.SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(-9, 0)); }},
+        {WM_ACTIVATE, [](OpenTip& shown, CPoint) { shown.ShowTipWindow(CRect(0, 0, 9, 9), CPoint(0, 0)); }}};
+    for (const auto& occasion : occasions) {
+        std::unique_ptr<OpenTip> other(new Lingering<OpenTip>);
+        ASSERT_TRUE(other->Create(&host));
+        other->SetTipText(L"t", L"b");
+        if (occasion.told == WM_ACTIVATE) {
+            other->ShowTipWindow(CRect(10, 10, 50, 50), CPoint(10, 10), VGTipShadow);
+            other->SetActiveWindow();
+        } else {
+            host.SetCapture();
+        }
+        host.SetAnswer([&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (message == occasion.told)
+                other.reset();
+            return {};
+        });
+        occasion.act(*other, OnScreen({10, 10}));
+        host.SetAnswer({});
+        EXPECT_EQ(other, nullptr);
+        EXPECT_TRUE(Lingering<OpenTip>::IsUntouched());
+        ::ReleaseCapture();
+    }
 }
 
 TEST_F(TipWindow, GoesWithTheFocusAndItsParent)

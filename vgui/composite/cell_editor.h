@@ -12,3 +12,9 @@ inline bool IsEditorShown(const CWnd& editor)
 {
     return ::IsWindow(editor.m_hWnd) && (editor.GetStyle() & WS_VISIBLE) != 0;
 }
+
+// Whether an editor was left behind in a former window of its control, which was detached and not destroyed.
+inline bool IsEditorElsewhere(const CWnd& editor, HWND control)
+{
+    return editor.m_hWnd != nullptr && ::GetParent(editor.m_hWnd) != control;
+}

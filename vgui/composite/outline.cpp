@@ -32,6 +32,8 @@ BEGIN_MESSAGE_MAP(VOutlineEx, CStatic)
     ON_WM_PAINT()
     ON_MESSAGE(WM_PRINTCLIENT, &VOutlineEx::OnPrintClient)
     ON_WM_ERASEBKGND()
+    ON_WM_ENABLE()
+    ON_MESSAGE(WM_SETTEXT, &VOutlineEx::OnSetText)
     ON_WM_NCHITTEST()
     ON_WM_LBUTTONDOWN()
     ON_WM_DESTROY()
@@ -116,6 +118,19 @@ LRESULT VOutlineEx::OnPrintClient(WPARAM wParam, LPARAM /*lParam*/)
 BOOL VOutlineEx::OnEraseBkgnd(CDC* /*pDC*/)
 {
     return TRUE;
+}
+
+// The standard control draws itself at once when it is enabled or disabled.
+void VOutlineEx::OnEnable(BOOL bEnable)
+{
+    CStatic::OnEnable(bEnable);
+    Invalidate(FALSE);
+}
+
+// Keeps the text without the standard control, which would draw it at once.
+LRESULT VOutlineEx::OnSetText(WPARAM wParam, LPARAM lParam)
+{
+    return ::DefWindowProc(m_hWnd, WM_SETTEXT, wParam, lParam);
 }
 
 void VOutlineEx::Draw(CDC& dc, const CRect& client)
@@ -249,5 +264,7 @@ void VOutlineEx::UnhighlightItem()
 void VOutlineEx::OnDestroy()
 {
     DeleteBitmaps();
+    m_nHot = -1;
+    m_bTracking = 0;
     CStatic::OnDestroy();
 }

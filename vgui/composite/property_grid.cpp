@@ -43,6 +43,8 @@ bool MayPlaceCells(UINT message)
     case WM_SIZE:
     case WM_SETFONT:
     case WM_KEYDOWN:
+    case LVM_SETCOLUMNORDERARRAY: // of which the header tells nothing
+    case LVM_SETIMAGELIST:        // rows are as high as its images
         return true;
     default:
         return false;
@@ -103,6 +105,11 @@ void VPropertyGrid::PrepareControl()
 // Makes the editor unless it is there. False when there is none.
 bool VPropertyGrid::CreateEditor()
 {
+    if (IsEditorElsewhere(m_edit, m_hWnd)) {
+        m_nEditRow = kNone;
+        m_nEditColumn = kNone;
+        m_edit.DestroyWindow();
+    }
     return m_edit.m_hWnd != nullptr ||
            m_edit.Create(kCellEditStyle | static_cast<DWORD>(GetHeaderTextFormat(0)), CRect(0, 0, 1, 1), this,
                          kEditId);
@@ -146,18 +153,26 @@ void VPropertyGrid::StartEdit(int row, int column)
     if (row < 0 || row >= GetItemCount() || !IsEditable(column))
         return;
     const HWND self = m_hWnd;
+    // The host, told of each of these steps, may destroy the grid or take the cell away.
+    const auto isThere = [&] {
+        return VGIsAttached(this, self) && row < GetItemCount() && IsEditable(column);
+    };
     EndEdit(true);
-    if (!VGIsAttached(this, self) || !CreateEditor())
+    if (!isThere() || !CreateEditor())
         return;
     EnsureVisible(row, FALSE);
-    ScrollToColumn(row, column);
-    SetItemState(-1, 0, LVIS_SELECTED);
-    if (!VGIsAttached(this, self))
+    if (isThere())
+        ScrollToColumn(row, column);
+    if (isThere())
+        SetItemState(-1, 0, LVIS_SELECTED);
+    if (!isThere())
         return;
     m_nEditRow = row;
     m_nEditColumn = column;
     m_edit.SetFont(GetFont());
     PlaceEditor();
+    if (m_nEditRow == kNone)
+        return; // no room for a row below the header
     m_edit.SetWindowText(GetItemText(row, column));
     m_edit.ShowWindow(SW_SHOW);
     m_edit.SetSel(0, -1);

@@ -1,6 +1,7 @@
 // The property list's rows: their texts, how they are drawn, and how they keep step with the list box.
 #include "vgui/composite/property_list.h"
 
+#include "vgui/foundation/attached.h"
 #include "vgui/foundation/buffered_dc.h"
 #include "vgui/foundation/draw_helpers.h"
 #include "vgui/foundation/gdi_scope.h"
@@ -198,17 +199,20 @@ BOOL VPropertyList::OnEraseBkgnd(CDC* pDC)
 // Keeps rows and editor in step with what a message has done to the list box.
 LRESULT VPropertyList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    const HWND self = m_hWnd;
     const LRESULT result = VListBox::WindowProc(message, wParam, lParam);
+    if (!VGIsAttached(this, self))
+        return result;
     switch (message) {
     case LB_RESETCONTENT:
-        CloseEditor();
         m_items.RemoveAll();
+        CloseEditor();
         break;
     case LB_DELETESTRING:
         // Not for an item that had no record: SetText inserts the new one before it deletes the old one.
         if (GetCount() < m_items.GetCount() && IsValidIndex(static_cast<int>(wParam))) {
-            CloseEditor();
             m_items.RemoveAt(static_cast<int>(wParam));
+            CloseEditor();
         }
         break;
     case WM_SETFONT:
@@ -218,6 +222,12 @@ LRESULT VPropertyList::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_HSCROLL:
     case WM_VSCROLL:
     case WM_MOUSEWHEEL:
+    case WM_KEYDOWN: // these scroll to the row that they select
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONUP:
+    case LB_SETCURSEL:
+    case LB_SELECTSTRING:
+    case LB_SETCARETINDEX:
     case LB_SETTOPINDEX:
     case LB_SETITEMHEIGHT:
         PlaceEditor(m_nEditIndex);

@@ -137,7 +137,7 @@ private:
     std::array<CWnd*, 3> Editors(); // in the order of the kinds
     [[nodiscard]] bool HasVisibleEditor() const;
     void PlaceEditor(int index);
-    bool OpenEditor(const PropertyItem& item);
+    void OpenEditor(const PropertyItem& item);
     void TellParent(UINT message, int row, int detail);
     void ReadEditor(PropertyItem& item);
     void CloseEditor();

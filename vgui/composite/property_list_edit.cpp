@@ -1,6 +1,7 @@
 // The property list's editors and the keyboard.
 #include "vgui/composite/cell_editor.h"
 #include "vgui/composite/property_list.h"
+#include "vgui/foundation/attached.h"
 
 #include <algorithm>
 
@@ -41,6 +42,12 @@ void VPropertyList::PrepareControl()
 
 void VPropertyList::CreateEditors()
 {
+    for (CWnd* const editor : Editors()) {
+        if (IsEditorElsewhere(*editor, m_hWnd)) {
+            m_nEditIndex = kNoRow;
+            editor->DestroyWindow();
+        }
+    }
     const CRect place(0, 0, 1, 1);
     if (m_edit.m_hWnd == nullptr)
         m_edit.Create(kCellEditStyle, place, this, kEditId);
@@ -89,10 +96,15 @@ void VPropertyList::StartEdit(int index)
 {
     if (m_items.GetAt(index).kind == PIET_GROUP || m_hWnd == nullptr)
         return;
+    const HWND self = m_hWnd;
+    // Where the focus goes the parent is told, who may close the list or take rows away.
     EndEdit(true);
+    if (!VGIsAttached(this, self) || !IsValidIndex(index) || m_items[index].kind == PIET_GROUP)
+        return;
     CreateEditors();
     PlaceEditor(index);
-    if (!OpenEditor(m_items[index]))
+    OpenEditor(m_items[index]);
+    if (!VGIsAttached(this, self) || !HasVisibleEditor())
         return;
     TellParent(kEditStarted, index, m_nEditIndex);
     m_nEditIndex = index;
@@ -105,12 +117,12 @@ void VPropertyList::TellParent(UINT message, int row, int detail)
         parent->PostMessage(message, row, detail);
 }
 
-// Fills the editor of a row and shows it. False when there is none.
-bool VPropertyList::OpenEditor(const PropertyItem& item)
+// Fills the editor of a row, if there is one, and shows it.
+void VPropertyList::OpenEditor(const PropertyItem& item)
 {
     CWnd& editor = *Editors()[item.kind];
     if (editor.m_hWnd == nullptr)
-        return false;
+        return;
     if (item.kind != PIET_EDIT) {
         CComboBox& combo = static_cast<CComboBox&>(editor);
         combo.ResetContent();
@@ -126,7 +138,6 @@ bool VPropertyList::OpenEditor(const PropertyItem& item)
     else if (item.kind == PIET_COMBO)
         m_combo.SetEditSel(0, -1);
     editor.SetFocus();
-    return true;
 }
 
 void VPropertyList::EndEdit(bool notify)
@@ -149,15 +160,18 @@ void VPropertyList::ReadEditor(PropertyItem& item)
         m_dropList.GetLBText(m_dropList.GetCurSel(), item.value);
 }
 
-// Closes the editor, if there is one, whatever is in it.
+// Closes the editor, if there is one, whatever is in it. The list may not exist any more afterwards.
 void VPropertyList::CloseEditor()
 {
+    const HWND self = m_hWnd;
     m_nEditIndex = kNoRow;
+    Repaint();
     for (CWnd* const editor : Editors()) {
         if (IsEditorShown(*editor))
             editor->ShowWindow(SW_HIDE);
+        if (!VGIsAttached(this, self))
+            return;
     }
-    Repaint();
 }
 
 void VPropertyList::AddStrToComboList(CComboBox* combo, const CString& choices)

@@ -161,15 +161,15 @@ BOOL CXTTipWindow::ShowTipWindow(const CPoint& point, DWORD style, UINT delay, U
     if (m_hWnd == nullptr || !hasText || m_bShowPending || IsWindowVisible())
         return FALSE;
     m_dwStyle = style;
+    if (duration != 0) {
+        const uint64_t end = std::min<uint64_t>(uint64_t{delay} + duration, USER_TIMER_MAXIMUM);
+        SetTimer(m_nHideTimer, static_cast<UINT>(end), nullptr);
+    }
     if (delay == 0) {
         Appear();
     } else {
         SetTimer(m_nShowTimer, std::min<UINT>(delay, USER_TIMER_MAXIMUM), nullptr);
         m_bShowPending = TRUE;
-    }
-    if (duration != 0) {
-        const uint64_t end = std::min<uint64_t>(uint64_t{delay} + duration, USER_TIMER_MAXIMUM);
-        SetTimer(m_nHideTimer, static_cast<UINT>(end), nullptr);
     }
     return TRUE;
 }
@@ -179,7 +179,10 @@ BOOL CXTTipWindow::ShowTipWindow(const CRect& hot, const CPoint& point, DWORD st
 {
     if (hot.IsRectEmpty())
         return ShowTipWindow(point, style, delay, duration, centre);
+    const HWND self = m_hWnd;
     HideTipWindow();
+    if (!VGIsAttached(this, self))
+        return FALSE;
     m_rcHot = hot;
     ::MapWindowPoints(m_hParent, nullptr, reinterpret_cast<POINT*>(&m_rcHot), 2);
     CPoint place = offsetFromPoint ? point + m_ptOffset : hot.TopLeft();
@@ -187,6 +190,7 @@ BOOL CXTTipWindow::ShowTipWindow(const CRect& hot, const CPoint& point, DWORD st
     return ShowTipWindow(place, style, delay, duration, centre);
 }
 
+// Who loses the mouse capture to the tip may destroy it: nothing of it is touched afterwards.
 void CXTTipWindow::Appear()
 {
     InitializeSize(m_ptShow, m_bCentre);
@@ -226,17 +230,18 @@ void CXTTipWindow::KeepPictureBelow(const CRect& window)
 
 void CXTTipWindow::HideTipWindow()
 {
-    if (m_hWnd != nullptr) {
-        KillTimer(m_nHideTimer);
-        KillTimer(m_nShowTimer);
-        if (::GetCapture() == m_hWnd)
-            ::ReleaseCapture();
-        if (IsWindowVisible())
-            ShowWindow(SW_HIDE);
-    }
     m_bShowPending = FALSE;
     m_rcHot.SetRectEmpty();
     m_below.DeleteObject();
+    if (m_hWnd == nullptr)
+        return;
+    KillTimer(m_nHideTimer);
+    KillTimer(m_nShowTimer);
+    if (::GetCapture() == m_hWnd)
+        ::ReleaseCapture();
+    // Last: the host is told when the tip was active, and may destroy it.
+    if (IsWindowVisible())
+        ShowWindow(SW_HIDE);
 }
 
 void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
@@ -254,11 +259,20 @@ void CXTTipWindow::OnTimer(UINT_PTR nIDEvent)
     ::GetCursorPos(&cursor);
     if (!m_rcHot.IsRectEmpty() && !m_rcHot.PtInRect(cursor))
         return; // still pending on purpose: no other show until the tip is hidden
-    Appear();
     m_bShowPending = FALSE;
+    Appear();
 }
 
 // ---- Geometry
+
+// Tabbed extents hold 16 bits only: a text that is wider than a window is taken to be as wide.
+CSize CXTTipWindow::MeasureText(CDC& dc, const CString& text) const
+{
+    CSize extent = dc.GetTabbedTextExtent(text, m_nTabStops, m_pTabStops);
+    if (extent.cx < 0 || dc.GetTextExtent(text).cx > kMaxExtent)
+        extent.cx = kMaxExtent;
+    return extent;
+}
 
 CSize CXTTipWindow::MeasureBody(CDC& dc) const
 {
@@ -267,7 +281,7 @@ CSize CXTTipWindow::MeasureBody(CDC& dc) const
     int64_t height = 0;
     int width = 0;
     for (int i = 0; i < m_lines.GetSize(); ++i) {
-        const CSize extent = dc.GetTabbedTextExtent(m_lines[i], m_nTabStops, m_pTabStops);
+        const CSize extent = MeasureText(dc, m_lines[i]);
         width = std::max<int>(width, extent.cx);
         height += m_lines[i].IsEmpty() ? metrics.tmHeight : extent.cy;
     }
@@ -279,7 +293,7 @@ void CXTTipWindow::InitializeSize(const CPoint& point, BOOL centre)
     CClientDC dc(this);
     {
         const VSelectScope bold(dc, m_fontBold);
-        m_titleExtent = dc.GetTabbedTextExtent(m_strTitle, m_nTabStops, m_pTabStops);
+        m_titleExtent = MeasureText(dc, m_strTitle);
     }
     const VSelectScope normal(dc, m_fontNormal);
     const CSize body = MeasureBody(dc);
@@ -364,12 +378,12 @@ void CXTTipWindow::DrawTexts(CDC& dc)
 {
     const VBkModeScope transparent(dc.m_hDC, TRANSPARENT);
     const VTextColorScope color(dc.m_hDC, m_clrText);
-    const int x = m_margins.cx + 1;
-    int y = m_margins.cy;
+    const int x = AsExtent(m_margins.cx) + 1;
+    int y = AsExtent(m_margins.cy);
     if (!m_strTitle.IsEmpty()) {
         const VSelectScope bold(dc, m_fontBold);
         // Not the measured height: the title may have been set after the tip was sized.
-        y += dc.TabbedTextOut(x, y, m_strTitle, m_nTabStops, m_pTabStops, x).cy + m_nLineSpace;
+        y += dc.TabbedTextOut(x, y, m_strTitle, m_nTabStops, m_pTabStops, x).cy + AsExtent(m_nLineSpace);
     }
     const VSelectScope normal(dc, m_fontNormal);
     TEXTMETRIC metrics{};
@@ -428,18 +442,22 @@ int CXTTipWindow::CheckValue(int value)
 
 void CXTTipWindow::OnMouseMove(UINT /*nFlags*/, CPoint point)
 {
+    const HWND self = m_hWnd;
     ClientToScreen(&point);
     if (!m_rcHot.IsRectEmpty() && !m_rcHot.PtInRect(point))
         HideTipWindow();
-    Default();
+    if (VGIsAttached(this, self))
+        Default();
 }
 
 void CXTTipWindow::OnKillFocus(CWnd* pNewWnd)
 {
     CWnd::OnKillFocus(pNewWnd);
+    const HWND parent = m_hParent;
+    const bool hasShadow = (m_dwStyle & VGTipShadow) != 0;
     HideTipWindow();
-    if ((m_dwStyle & VGTipShadow) != 0 && ::IsWindow(m_hParent))
-        ::RedrawWindow(m_hParent, nullptr, nullptr,
+    if (hasShadow && ::IsWindow(parent))
+        ::RedrawWindow(parent, nullptr, nullptr,
                        RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 

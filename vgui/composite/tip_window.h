@@ -115,6 +115,7 @@ private:
 
     void CreateFonts();
     void SplitBody();
+    [[nodiscard]] CSize MeasureText(CDC& dc, const CString& text) const;
     [[nodiscard]] CSize MeasureBody(CDC& dc) const;
     void Appear();
     void KeepPictureBelow(const CRect& window);
