@@ -180,29 +180,32 @@ protected:
     PlayingDlg* dialog = nullptr;
 };
 
-// Runs an action once, when a list view gets its column: the help dialog has listed a topic's videos then and
-// not yet loaded one.
-class BeforeColumn
+// Runs an action once, just before some window gets a message.
+class OnceBefore
 {
 public:
-    explicit BeforeColumn(std::function<void()> action)
+    OnceBefore(UINT message, WPARAM wParam, std::function<void()> action)
         : m_hook(::SetWindowsHookEx(WH_CALLWNDPROC, Hook, nullptr, ::GetCurrentThreadId()))
     {
+        s_message = message;
+        s_wParam = wParam;
         s_action = std::move(action);
     }
-    ~BeforeColumn() { ::UnhookWindowsHookEx(m_hook); }
-    BeforeColumn(const BeforeColumn&) = delete;
-    BeforeColumn& operator=(const BeforeColumn&) = delete;
+    ~OnceBefore() { ::UnhookWindowsHookEx(m_hook); }
+    OnceBefore(const OnceBefore&) = delete;
+    OnceBefore& operator=(const OnceBefore&) = delete;
 
 private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
     {
-        if (code == HC_ACTION && reinterpret_cast<CWPSTRUCT*>(lParam)->message == LVM_INSERTCOLUMN &&
-            s_action)
+        const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+        if (code == HC_ACTION && sent.message == s_message && sent.wParam == s_wParam && s_action)
             std::exchange(s_action, nullptr)();
         return ::CallNextHookEx(nullptr, code, wParam, lParam);
     }
 
+    static inline UINT s_message = 0;
+    static inline WPARAM s_wParam = 0;
     static inline std::function<void()> s_action;
     HHOOK m_hook;
 };
@@ -405,6 +408,26 @@ TEST_F(AssistSystemFiles, DoesNotOpenWhenItsOwnerHasGoneMeanwhile)
     EXPECT_EQ(Find(), nullptr);
 }
 
+TEST_F(AssistSystemFiles, BelongsToTheWindowOfAnOwnerThatLostItMeanwhile)
+{
+    AssistHost::SetVideoRoot(L"");
+    HostWnd owner;
+    HostWnd main;
+    ASSERT_TRUE(owner.Open());
+    ASSERT_TRUE(main.Open());
+    HWND window = nullptr;
+    const auto answer = WhenModal([&](HWND box) {
+        window = owner.Detach();
+        ::SetWindowText(FileNameField(box), (host.Videos() / L"AssistSystem.ini").c_str());
+        PostButton(box, IDOK);
+    });
+    EXPECT_TRUE(EnterAssistSystem(kTopic, &owner, nullptr));
+    ASSERT_NE(Find(), nullptr);
+    EXPECT_EQ(::GetWindow(Find()->m_hWnd, GW_OWNER), window);
+    ::DestroyWindow(window);
+    EXPECT_EQ(Find(), nullptr);
+}
+
 TEST_F(AssistSystemFiles, TakesThePlaceOfAHelpThatOpenedMeanwhile)
 {
     AssistHost::SetVideoRoot(L"");
@@ -434,11 +457,54 @@ TEST_F(AssistSystem, OpensAgainAfterItCouldNot)
 TEST_F(AssistSystem, TakesNoTopicWhileItOpens)
 {
     bool entered = true;
-    const BeforeColumn hook([&] { entered = EnterAssistSystem(L"", nullptr, nullptr); });
+    // It has listed the topic's videos then and not yet loaded one.
+    const OnceBefore column(LVM_INSERTCOLUMN, 0, [&] { entered = EnterAssistSystem(L"", nullptr, nullptr); });
     EXPECT_TRUE(Enter(kTopic));
     EXPECT_FALSE(entered);
     ASSERT_NE(Find(), nullptr);
     EXPECT_EQ(WindowText(Find()->m_hWnd), L"帮助系统 - 工程 设置");
+}
+
+TEST_F(AssistSystem, MayBeClosedWhileItComesToTheFront)
+{
+    {
+        const OnceBefore maximised(WM_SIZE, SIZE_MAXIMIZED, [] { Find()->DestroyWindow(); });
+        EXPECT_FALSE(Enter(kTopic));
+        EXPECT_EQ(Find(), nullptr);
+    }
+    enum class When { Opening, Changing, LeavingFullScreen };
+    for (const When when : {When::Opening, When::Changing, When::LeavingFullScreen}) {
+        SCOPED_TRACE(static_cast<int>(when));
+        HostWnd owner; // ends, and the help with it, when it is not active any more
+        ASSERT_TRUE(owner.Open());
+        if (when != When::Opening) {
+            ASSERT_TRUE(EnterAssistSystem(L"Empty", &owner, nullptr));
+            PumpMessages();
+            if (when == When::LeavingFullScreen)
+                Find()->EnterFullScreen();
+            owner.SetForegroundWindow();
+            ASSERT_TRUE(PumpUntil([&] { return ::GetActiveWindow() == owner.m_hWnd; }));
+        }
+        bool ended = false;
+        owner.SetAnswer([&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (message != WM_ACTIVATE || LOWORD(wParam) != WA_INACTIVE || std::exchange(ended, true))
+                return std::nullopt;
+            owner.DestroyWindow();
+            return 0;
+        });
+        EXPECT_FALSE(EnterAssistSystem(L"Empty", &owner, nullptr));
+        EXPECT_EQ(owner.m_hWnd, nullptr);
+        EXPECT_EQ(Find(), nullptr);
+    }
+}
+
+TEST_F(AssistSystem, DoesNothingWithoutAWindow)
+{
+    CAssistSystemDlg dialog;
+    dialog.EnterFullScreen();
+    EXPECT_FALSE(dialog.IsFullScreen());
+    dialog.LeaveFullScreen();
+    dialog.FillVideoList();
 }
 
 TEST_F(AssistSystem, SaysThatAVideoIsMissing)
@@ -539,6 +605,21 @@ TEST_F(AssistSystemPlayer, FillsTheScreenAndReturns)
         EXPECT_EQ(VisibleChildren(), full ? (std::map<HWND, CRect>{{Player(), screen}}) : children);
         EXPECT_EQ(static_cast<LONG_PTR>(dialog->GetStyle()) == style, !full);
     }
+}
+
+TEST_F(AssistSystemPlayer, KeepsTheFocusWhenThereIsNothingToPlay)
+{
+    dialog->GetDlgItem(kVideos)->SetFocus();
+    ASSERT_TRUE(dialog->LoadTopic(L"Empty"));
+    dialog->FillVideoList();
+    EXPECT_FALSE(IsPlaybackEnabled(*dialog));
+    EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), kVideos);
+    ASSERT_TRUE(dialog->LoadTopic(kTopic));
+    dialog->FillVideoList();
+    dialog->GetDlgItem(kFullScreen)->SetFocus();
+    ASSERT_TRUE(dialog->LoadTopic(L"Empty"));
+    dialog->FillVideoList();
+    EXPECT_EQ(::GetDlgCtrlID(::GetFocus()), IDCANCEL);
 }
 
 TEST_F(AssistSystemPlayer, KeepsItsControlsInPlace)

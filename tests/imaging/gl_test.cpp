@@ -54,6 +54,7 @@ public:
     int OnCreatePaletteCI(LOGPALETTE* palette) override
     {
         palette->palPalEntry[3] = {9, 8, 7, 0};
+        palette->palNumEntries = 0xFFFF; // more than there are
         return 0;
     }
 
@@ -69,6 +70,27 @@ public:
     CWnd* createdFor = nullptr;
     HGLRC current = nullptr;
     int resized = 0;
+};
+
+// Ends itself, or its window, when it is asked for something.
+class Quitter : public TwoColors
+{
+public:
+    int OnCreate(CWnd* window, PIXELFORMATDESCRIPTOR*) override
+    {
+        if (endsWindow)
+            window->DestroyWindow();
+        else
+            Destroy();
+        return 0;
+    }
+    int OnCreatePaletteCI(LOGPALETTE*) override
+    {
+        Destroy();
+        return 0;
+    }
+
+    bool endsWindow = false;
 };
 
 using Entries = std::array<PALETTEENTRY, 256>;
@@ -161,6 +183,8 @@ TEST(GlPalette, DeepFormatsAndUnknownWidthsWriteNoColor)
     EXPECT_FALSE(TwoColors::FillRgbPalette(PaletteFormat(16, {5, 0}, {6, 5}, {5, 11}), entries.data()));
     EXPECT_EQ(Color(entries[255]), (std::vector<int>{1, 2, 3, 4}));
     ASSERT_TRUE(TwoColors::FillRgbPalette(PaletteFormat(8, {4, 0}, {3, 4}, {1, 7}), entries.data()));
+    EXPECT_EQ(Color(entries[255]), (std::vector<int>{0, 255, 255, 0}));
+    ASSERT_TRUE(TwoColors::FillRgbPalette(PaletteFormat(8, {3, 33}, {3, 4}, {1, 7}), entries.data()));
     EXPECT_EQ(Color(entries[255]), (std::vector<int>{0, 255, 255, 0}));
 }
 
@@ -337,6 +361,28 @@ TEST_F(GlContext, RefusesWhatCannotBeDrawnOn)
     }
     ASSERT_TRUE(gl.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
     EXPECT_TRUE(gl.m_bUseDC);
+}
+
+TEST_F(GlContext, MayEndWhileItIsMade)
+{
+    for (const bool endsWindow : {false, true}) {
+        HostWnd host;
+        ASSERT_TRUE(host.Open({40, 40}));
+        Quitter gl;
+        gl.endsWindow = endsWindow;
+        EXPECT_FALSE(gl.Create(&host, PFD_TYPE_RGBA, kWindowFlags));
+        EXPECT_EQ(gl.m_pDC, nullptr);
+    }
+    DibSurface surface(8, 8);
+    Quitter gl;
+    EXPECT_FALSE(gl.Create(&surface.DC(), PFD_TYPE_RGBA, kBitmapFlags));
+
+    PIXELFORMATDESCRIPTOR index{};
+    index.iPixelType = PFD_TYPE_COLORINDEX;
+    gl.m_bUseDC = TRUE;
+    gl.m_pDC = &surface.DC();
+    EXPECT_FALSE(gl.CreatePalette(index));
+    EXPECT_EQ(gl.GetPalette(), nullptr);
 }
 
 TEST_F(GlContext, RoundsLeaveNothing)

@@ -18,6 +18,9 @@ public:
             s_open = nullptr;
     }
 
+    // The window itself, since what was its object may belong to another one by now.
+    void SetOwner(HWND owner) { m_pParentWnd = CWnd::FromHandle(owner); }
+
     static inline OpenAssistDlg* s_open = nullptr; // null when there is none; owns itself
 
     bool isOpening = true;
@@ -33,10 +36,13 @@ bool Retarget(OpenAssistDlg* dialog, LPCWSTR topic)
             dialog->DestroyWindow();
         return false;
     }
+    // What activates it tells the host, who may close it.
+    const HWND window = dialog->m_hWnd;
     dialog->LeaveFullScreen();
-    dialog->ShowWindow(SW_MAXIMIZE);
-    dialog->SetForegroundWindow();
-    dialog->FillVideoList();
+    ::ShowWindow(window, SW_MAXIMIZE);
+    ::SetForegroundWindow(window);
+    if (OpenAssistDlg::s_open == dialog)
+        dialog->FillVideoList();
     return OpenAssistDlg::s_open == dialog;
 }
 
@@ -55,21 +61,18 @@ bool EnterAssistSystem(const wchar_t* topic, CWnd* parent, const CWnd*)
     // asked since its object may be a temporary one, or opened another help dialog.
     if (owner != nullptr && !::IsWindow(owner))
         return false;
+    made->SetOwner(owner);
     if (OpenAssistDlg::s_open != nullptr)
         OpenAssistDlg::s_open->DestroyWindow();
     OpenAssistDlg* const dialog = OpenAssistDlg::s_open = made.release();
-    const bool opened = dialog->Open();
-    // It deletes itself with its window, which may have failed late or been closed by code of the host's.
-    if (OpenAssistDlg::s_open != dialog)
+    if (!dialog->Open())
         return false;
-    if (!opened) {
-        delete dialog;
-        return false;
-    }
     dialog->isOpening = false;
-    dialog->ShowWindow(SW_MAXIMIZE);
-    dialog->BringWindowToTop();
-    dialog->PostMessage(WM_SETFOCUS);
-    dialog->SetForegroundWindow();
-    return true;
+    // By its window: whatever activates it tells the host, who may close it.
+    const HWND window = dialog->m_hWnd;
+    ::ShowWindow(window, SW_MAXIMIZE);
+    ::BringWindowToTop(window);
+    ::PostMessage(window, WM_SETFOCUS, 0, 0);
+    ::SetForegroundWindow(window);
+    return OpenAssistDlg::s_open == dialog;
 }

@@ -13,8 +13,9 @@
 // open any more. User-interface thread only.
 //
 // parent: the owner of a new dialog, null for the main window. When its window goes while a message box or
-// the choice of a file is up, no dialog opens and the result is false. So it is, with nothing changed, when
-// this is called while the help dialog is only just being opened, from the message box about a missing video,
+// the choice of a file is up, no dialog opens and the result is false, as it is when the help dialog is
+// closed while it comes to the front: its owner is told that it is not active any more. It also is false,
+// with nothing changed, when this is called while the help dialog is only just being opened, from a hook,
 // say.
 //
 // Where things are found:

@@ -18,6 +18,10 @@ constexpr int kMinHeight = 500;
 constexpr int kMinColumn = 100;
 constexpr int kDefaultColumn = 150;
 
+// Full screen begins and ends with the focus, last of all: what activates the dialog tells the host, who may
+// close it.
+constexpr UINT kReframe = SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
+
 constexpr UINT kPlaybackControls[] = {
     IDC_ASSIST_UNUSED_FIRST, IDC_ASSIST_UNUSED_FIRST + 1, IDC_ASSIST_UNUSED_LAST - 1,
     IDC_ASSIST_UNUSED_LAST,  IDC_ASSIST_FULL_SCREEN,      IDC_ASSIST_ZOOM_IN,
@@ -77,8 +81,16 @@ bool CAssistSystemDlg::LoadTopic(LPCWSTR topic)
 
 bool CAssistSystemDlg::Open()
 {
-    const VResourceScope resources;
-    return Create(IDD_ASSIST_SYSTEM, m_pParentWnd) != FALSE;
+    {
+        const VResourceScope resources;
+        m_opening = true;
+        Create(IDD_ASSIST_SYSTEM, m_pParentWnd);
+        m_opening = false;
+    }
+    if (m_hWnd != nullptr)
+        return true;
+    delete this;
+    return false;
 }
 
 void CAssistSystemDlg::DoDataExchange(CDataExchange* pDX)
@@ -154,6 +166,8 @@ bool CAssistSystemDlg::IsForPlayer(HWND window) const
 
 void CAssistSystemDlg::FillVideoList()
 {
+    if (m_hWnd == nullptr)
+        return;
     SetWindowText(m_strCaption.IsEmpty() ? CString(L"帮助系统") : L"帮助系统 - " + m_strCaption);
     const std::vector<CString> titles = ListAssistVideos(m_strFolder);
     int longest = 0;
@@ -168,8 +182,8 @@ void CAssistSystemDlg::FillVideoList()
     m_missing.Empty();
     if (titles.empty()) {
         m_edtInstructions.SetWindowText(L"");
-        EnablePlayback(false);
         StopVideo();
+        EnablePlayback(false);
         return;
     }
     m_lstVideos.EnsureVisible(0, FALSE);
@@ -190,10 +204,15 @@ int CAssistSystemDlg::TitleWidth(int longest)
 
 void CAssistSystemDlg::EnablePlayback(bool enable)
 {
+    const HWND window = m_hWnd;
+    const HWND focus = ::GetFocus();
     for (const UINT id : kPlaybackControls) {
-        if (CWnd* const control = GetDlgItem(id))
-            control->EnableWindow(enable);
+        if (const HWND control = ::GetDlgItem(window, id))
+            ::EnableWindow(control, enable);
     }
+    // A button that is disabled passes on even a focus that it did not have.
+    if (::GetFocus() != focus && ::IsChild(window, focus) && ::IsWindowEnabled(focus))
+        ::SetFocus(focus);
 }
 
 void CAssistSystemDlg::OnVideoChanged(NMHDR* pNMHDR, LRESULT* pResult)
@@ -217,14 +236,15 @@ void CAssistSystemDlg::LoadVideo()
     m_edtInstructions.SetWindowText(ReadAssistInstructions(base + L".txt"));
     CString video = base + L".swf";
     const bool exists = AssistFileExists(video);
-    EnablePlayback(exists);
     m_missing = exists ? CString() : video;
     if (!exists) {
         StopVideo();
         // While a message box is up, the dialog may be destroyed, and the list is still in its notification.
         PostMessage(kTellMissing);
+        EnablePlayback(false);
         return;
     }
+    EnablePlayback(true);
     video.Replace(L"\\\\", L"\\");
     if (m_player != nullptr)
         m_player->Navigate(video);
@@ -298,7 +318,7 @@ LRESULT CAssistSystemDlg::OnShowAgain(WPARAM, LPARAM)
 
 void CAssistSystemDlg::EnterFullScreen()
 {
-    if (m_bFullScreen)
+    if (m_bFullScreen || m_hWnd == nullptr)
         return;
     m_bFullScreen = true;
     if (m_player != nullptr)
@@ -309,7 +329,7 @@ void CAssistSystemDlg::EnterFullScreen()
     ModifyStyle(WS_CAPTION | WS_THICKFRAME, 0);
     const CClientDC dc(this);
     const CSize screen(dc.GetDeviceCaps(HORZRES), dc.GetDeviceCaps(VERTRES));
-    SetWindowPos(nullptr, 0, 0, screen.cx, screen.cy, SWP_NOZORDER | SWP_FRAMECHANGED);
+    SetWindowPos(nullptr, 0, 0, screen.cx, screen.cy, kReframe);
     PlayerWindow().SetWindowPos(&CWnd::wndTop, 0, 0, screen.cx, screen.cy, SWP_SHOWWINDOW);
     // Escape must have somewhere to go.
     PlayerWindow().SetFocus();
@@ -338,13 +358,12 @@ void CAssistSystemDlg::LeaveFullScreen()
         ::ShowWindow(control, SW_SHOW);
     m_hidden.clear();
     ModifyStyle(0, WS_CAPTION | WS_THICKFRAME);
-    SetWindowPos(nullptr, m_rcDialog.left, m_rcDialog.top, m_rcDialog.Width(), m_rcDialog.Height(),
-                 SWP_NOZORDER | SWP_FRAMECHANGED);
+    SetWindowPos(nullptr, m_rcDialog.left, m_rcDialog.top, m_rcDialog.Width(), m_rcDialog.Height(), kReframe);
     CRect player = m_rcPlayer;
     ScreenToClient(player);
     PlayerWindow().MoveWindow(player);
-    m_lstVideos.SetFocus();
     m_bFullScreen = false;
+    m_lstVideos.SetFocus();
 }
 
 BOOL CAssistSystemDlg::PreTranslateMessage(MSG* pMsg)
@@ -401,5 +420,7 @@ void CAssistSystemDlg::OnCancel()
 void CAssistSystemDlg::PostNcDestroy()
 {
     CDialog::PostNcDestroy();
-    delete this;
+    // The framework still works on a dialog that ends while it is created.
+    if (!m_opening)
+        delete this;
 }

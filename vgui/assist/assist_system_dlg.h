@@ -34,8 +34,8 @@ public:
     // file. False when the topic cannot be shown, folder and caption then stay as they are, or when the user
     // has closed the dialog meanwhile.
     bool LoadTopic(LPCWSTR topic);
-    // Creates the window from the library's template and fills it. False when it cannot be created; the
-    // object is gone then if the window came into being.
+    // Creates the window from the library's template and fills it. False when it cannot be created or is
+    // closed meanwhile; the object is gone then.
     bool Open();
     // Shows the caption and the videos of the topic and loads the first one. When its file has gone, a
     // message box tells so as soon as messages are dispatched.
@@ -94,12 +94,14 @@ private:
     [[nodiscard]] CWnd& PlayerWindow() const;
     [[nodiscard]] bool IsForPlayer(HWND window) const;
     void PlacePlayer();
+    // Moves the focus, of which the host is told: the dialog may be gone afterwards.
     void EnablePlayback(bool enable);
     void LoadVideo();
     void StopVideo();
     void HideOtherControls();
     [[nodiscard]] int TitleWidth(int longest);
 
+    bool m_opening = false;     // Open is under way
     std::vector<HWND> m_hidden; // what full screen has hidden
     CString m_missing;          // the file that is still to be told of
 };

@@ -2,6 +2,7 @@
 
 #include "vgui/imaging/log_palette.h"
 
+#include <algorithm>
 #include <GL/gl.h>
 #include <iterator>
 #include <utility>
@@ -12,6 +13,7 @@ namespace
 constexpr BYTE kWindowColorBits = 24;
 constexpr BYTE kDepthBits = 32;
 constexpr int kPaletteFormatBits = 8;
+constexpr UINT kMaxShift = 31; // by more is undefined
 // There is one error flag per part of a distributed OpenGL. The bound also ends the loop where there is no
 // context, which some systems answer with an error each time.
 constexpr int kMaxErrorFlags = 8;
@@ -98,13 +100,17 @@ int CGL::CreateOn(CWnd* pWnd, BYTE colorBits, int pixelType, DWORD flags)
     pfd.cDepthBits = kDepthBits;
     pfd.iLayerType = PFD_MAIN_PLANE;
     OnCreate(pWnd, &pfd);
+    // Its override may have ended this object, as that for the palette below may.
+    if (m_pDC == nullptr)
+        return FALSE;
 
     const int format = ::ChoosePixelFormat(m_pDC->m_hDC, &pfd);
     if (format != 0 && ::SetPixelFormat(m_pDC->m_hDC, format, &pfd)) {
         // What was chosen, not what was asked for.
         ::DescribePixelFormat(m_pDC->m_hDC, ::GetPixelFormat(m_pDC->m_hDC), sizeof(pfd), &pfd);
         CreatePalette(pfd);
-        m_hRC = ::wglCreateContext(m_pDC->m_hDC);
+        if (m_pDC != nullptr)
+            m_hRC = ::wglCreateContext(m_pDC->m_hDC);
     }
     if (m_hRC != nullptr)
         return TRUE;
@@ -123,10 +129,14 @@ BOOL CGL::CreatePalette(const PIXELFORMATDESCRIPTOR& pfd)
         return FALSE;
 
     VLogPalette palette(kPaletteSize);
-    if (colorIndex)
+    if (colorIndex) {
         OnCreatePaletteCI(palette.Get());
-    else if (!FillRgbPalette(pfd, palette.Entries()))
+        palette.Get()->palNumEntries = kPaletteSize;
+        if (m_pDC == nullptr)
+            return FALSE;
+    } else if (!FillRgbPalette(pfd, palette.Entries())) {
         return FALSE;
+    }
 
     ReleasePalette();
     m_pPal = new CPalette;
@@ -158,7 +168,7 @@ BOOL CGL::FillRgbPalette(const PIXELFORMATDESCRIPTOR& pfd, PALETTEENTRY* entries
 
 BYTE CGL::ComponentFromIndex(int i, UINT nbits, UINT shift)
 {
-    const int value = i >> shift;
+    const int value = i >> std::min<UINT>(shift, kMaxShift);
     switch (nbits) {
     case 1:
         return m_oneto8[value & 1];
