@@ -6,7 +6,6 @@
 #include "vgui/foundation/gui_manager.h"
 
 #include <climits>
-#include <memory>
 
 using namespace support;
 

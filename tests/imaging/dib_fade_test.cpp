@@ -6,7 +6,6 @@
 
 #include <climits>
 #include <numeric>
-#include <utility>
 
 namespace
 {

@@ -3,7 +3,6 @@
 #include "tests/support/census.h"
 
 #include <algorithm>
-#include <climits>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>

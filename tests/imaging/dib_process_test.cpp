@@ -8,7 +8,6 @@
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
-#include <limits>
 #include <string>
 
 using namespace support;

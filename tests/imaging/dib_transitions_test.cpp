@@ -5,7 +5,6 @@
 
 #include <array>
 #include <climits>
-#include <cstdlib>
 #include <set>
 
 namespace

@@ -10,7 +10,6 @@
 #include <array>
 #include <GL/gl.h>
 #include <gtest/gtest.h>
-#include <string>
 #include <vector>
 
 using namespace support;

@@ -7,7 +7,6 @@
 
 #include <afxocc.h>
 #include <gtest/gtest.h>
-#include <memory>
 
 using namespace support;
 

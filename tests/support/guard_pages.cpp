@@ -4,7 +4,6 @@
 #include "tests/support/system_heap.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <mutex>

@@ -7,7 +7,6 @@
 #include "vgui/imaging/dib_draw.h"
 
 #include <cmath>
-#include <cstddef>
 #include <memory>
 #include <utility>
 

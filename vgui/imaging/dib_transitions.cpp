@@ -7,8 +7,6 @@
 #include "vgui/imaging/dib_effects.h"
 #include "vgui/imaging/dib_pause.h"
 
-#include <cstdlib>
-
 namespace
 {
 

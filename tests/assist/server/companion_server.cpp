@@ -13,11 +13,8 @@
 //     stall         says nothing more and reads answers until the client has gone
 //     die           ends the process at once
 // Prints "SIZE TEXT" for each answer, "gone" when a transfer fails or a wait has lasted too long.
-#include <algorithm>
 #include <cstdio>
-#include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 #include <windows.h>
 
