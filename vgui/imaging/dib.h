@@ -206,7 +206,8 @@ public:
     // intended.
     bool Display(CWnd* pWnd) const;
     bool Display(CDC* pDC, const CRect& rc) const;
-    // Draws the image, leaving out the pixels of the key colour; all of it for 0xFFFFFFFF, which is no colour.
+    // Draws the image, leaving out the pixels of the key colour; all of it for 0xFFFFFFFF, which is no
+    // colour.
     int DisplayTransparent(CDC* pDC, int x, int y, COLORREF key) const;
     // Draws the palette's entries, outlined with pDC's pen, as a grid of as many columns as rows; entries
     // beyond a square number stand in further rows below the rectangle. FALSE without a palette.

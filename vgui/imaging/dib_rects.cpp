@@ -16,7 +16,7 @@ VOwnedGlobal DrawOnCopy(HGLOBAL hDib, Draw draw)
     const VLockedDib original(hDib);
     VOwnedGlobal copy = DuplicateDib(hDib);
     const VLockedDib dib(copy.Get());
-    if (!dib)
+    if (!original || !dib)
         return {};
     const VDibSection section(dib);
     if (!section || !draw(section))
