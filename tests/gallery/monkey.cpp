@@ -50,8 +50,29 @@ void Log(int index, const std::string& action)
     ++g_count;
 }
 
+// Asks no thread for anything: the one that has the windows may not answer.
+BOOL CALLBACK WriteWindow(HWND window, LPARAM)
+{
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    if (process != ::GetCurrentProcessId() || !::IsWindowVisible(window))
+        return TRUE;
+    wchar_t text[40] = L"";
+    ::InternalGetWindowText(window, text, static_cast<int>(std::size(text)));
+    char utf8[3 * std::size(text)] = "";
+    ::WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
+    RECT rect{};
+    ::GetWindowRect(window, &rect);
+    printf("  \"%s\" at %ld,%ld to %ld,%ld%s%s\n", utf8, rect.left, rect.top, rect.right, rect.bottom,
+           ::IsWindowEnabled(window) ? "" : ", disabled",
+           ::GetForegroundWindow() == window ? ", in front" : "");
+    return TRUE;
+}
+
 void WriteLog()
 {
+    printf("monkey: the windows that are shown:\n");
+    ::EnumWindows(WriteWindow, 0);
     printf("monkey: VGUI_MONKEY_SEED=%u, the last actions of %d:\n", g_seed, g_count);
     for (int i = g_count > kKept ? g_count - kKept : 0; i < g_count; ++i)
         printf("  %s\n", g_lines[i % kKept]);
@@ -252,6 +273,8 @@ void Monkey::CloseOne()
         ::SetForegroundWindow(window);
         Key(VK_F4, {VK_MENU});
     } else {
+        // A menu that is open does not end with its window, and there is nothing to click any more.
+        ::PostMessage(window, WM_CANCELMODE, 0, 0);
         ::PostMessage(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     }
 }

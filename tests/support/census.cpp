@@ -79,16 +79,56 @@ const BYTE* ProcessEnvironment()
     return reinterpret_cast<const BYTE*>(information.PebBaseAddress);
 }
 
-void CountGdiTable(ObjectCounts& counts)
+// Calls visit(kind, handle) for every GDI object.
+template <class Visit>
+void ForEachGdiObject(Visit visit)
 {
     const GdiTableEntry* table;
     memcpy(&table, ProcessEnvironment() + kGdiTableOffset, sizeof table);
     for (int i = 0; table != nullptr && i < kGdiTableSize; ++i) {
+        const DWORD unique = table[i].unique;
         if (table[i].type != 0)
-            ++counts[GdiKind(table[i].unique & kKindMask)];
+            visit(GdiKind(unique & kKindMask), reinterpret_cast<HGDIOBJ>(ULONG_PTR{unique << 16 | i}));
     }
 }
+#else
+template <class Visit>
+void ForEachGdiObject(Visit)
+{
+}
 #endif
+
+// What helps to find out who made it.
+std::string Describe(HGDIOBJ object)
+{
+    std::ostringstream text;
+    LOGPEN pen{};
+    LOGBRUSH brush{};
+    LOGFONT font{};
+    BITMAP bitmap{};
+    switch (::GetObjectType(object)) {
+    case OBJ_PEN:
+        ::GetObject(object, sizeof pen, &pen);
+        text << " of style " << pen.lopnStyle << ", " << pen.lopnWidth.x << " wide, coloured " << std::hex
+             << pen.lopnColor;
+        break;
+    case OBJ_BRUSH:
+        ::GetObject(object, sizeof brush, &brush);
+        text << " of style " << brush.lbStyle << ", coloured " << std::hex << brush.lbColor;
+        break;
+    case OBJ_FONT:
+        ::GetObject(object, sizeof font, &font);
+        text << ' ' << font.lfHeight << " high, " << testing::PrintToString(std::wstring(font.lfFaceName));
+        break;
+    case OBJ_BITMAP:
+        ::GetObject(object, sizeof bitmap, &bitmap);
+        text << " of " << bitmap.bmWidth << " x " << bitmap.bmHeight << " x " << bitmap.bmBitsPixel;
+        break;
+    default:
+        break;
+    }
+    return text.str();
+}
 
 bool IsOwnWindow(HWND window)
 {
@@ -130,15 +170,19 @@ std::string Describe(HWND window)
            testing::PrintToString(WindowText(window));
 }
 
-std::map<HWND, std::string> ListWindows()
+// How many there are of each kind of thing that can be told apart.
+ObjectCounts ListObjects()
 {
-    std::map<HWND, std::string> windows;
-    for (ULONG_PTR value = kFirstUserHandle; IsWine() && value < kLastUserHandle; value += 2) {
+    ObjectCounts objects;
+    if (!IsWine())
+        return objects;
+    for (ULONG_PTR value = kFirstUserHandle; value < kLastUserHandle; value += 2) {
         const auto window = reinterpret_cast<HWND>(value);
         if (IsOwnWindow(window))
-            windows[window] = Describe(window);
+            ++objects["window " + Describe(window)];
     }
-    return windows;
+    ForEachGdiObject([&](const char* kind, HGDIOBJ object) { ++objects[kind + Describe(object)]; });
+    return objects;
 }
 
 std::optional<Census> g_suiteCensus;
@@ -173,9 +217,24 @@ void ShowMenu(HWND owner)
     ::DestroyMenu(menu);
 }
 
+// The pens of the system's colours come with the edges that are drawn with them.
+void DrawEdges()
+{
+    CDC dc;
+    dc.CreateCompatibleDC(nullptr);
+    for (UINT edge = 0; edge <= (EDGE_RAISED | EDGE_SUNKEN); ++edge) {
+        for (const UINT look : {0, BF_SOFT, BF_FLAT, BF_MONO}) {
+            CRect rect(0, 0, 20, 20);
+            dc.DrawEdge(rect, edge, BF_RECT | look);
+            dc.DrawEdge(rect, edge, BF_DIAGONAL_ENDTOPRIGHT | look);
+        }
+    }
+}
+
 // What the system shares among all, and makes when it is first asked for.
 void LoadSharedObjects()
 {
+    DrawEdges();
     for (int color = 0; color <= COLOR_MENUBAR; ++color)
         ::GetSysColorBrush(color);
     for (const LPCWSTR cursor :
@@ -198,14 +257,15 @@ ObjectCounts CountObjects()
         counts["user object"] = static_cast<int>(::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
         return counts;
     }
-#ifdef _WIN64
-    CountGdiTable(counts);
-#endif
+    ForEachGdiObject([&](const char* kind, HGDIOBJ) { ++counts[kind]; });
     CountUserHandles(counts);
     return counts;
 }
 
-Census::Census() : m_counts(CountObjects()), m_windows(ListWindows()) {}
+Census::Census(std::set<std::string> leftOut)
+    : m_leftOut(std::move(leftOut)), m_counts(CountObjects()), m_objects(ListObjects())
+{
+}
 
 testing::AssertionResult Census::Unchanged() const
 {
@@ -215,14 +275,15 @@ testing::AssertionResult Census::Unchanged() const
     for (const auto& [kind, count] : m_counts)
         now.try_emplace(kind, 0);
     for (const auto& [kind, count] : now) {
-        if (count != before[kind])
+        if (count != before[kind] && !m_leftOut.contains(kind))
             differences << "\n  " << kind << ": " << before[kind] << " before, " << count << " now";
     }
     if (differences.str().empty())
         return testing::AssertionSuccess();
-    for (const auto& [window, description] : ListWindows()) {
-        if (!m_windows.contains(window))
-            differences << "\n  new window " << description;
+    ObjectCounts objects = m_objects;
+    for (const auto& [description, count] : ListObjects()) {
+        if (count > objects[description])
+            differences << "\n  new " << description;
     }
     return testing::AssertionFailure() << "objects left behind" << differences.str();
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <string>
 
 namespace support
@@ -20,17 +21,19 @@ using ObjectCounts = std::map<std::string, int>;
 class Census
 {
 public:
-    Census();
+    // Kinds that are left out count nothing.
+    explicit Census(std::set<std::string> leftOut = {});
 
-    // Success when every count is what it was; else the differences by kind, with the class and caption
-    // of every window that is new.
+    // Success when every count is what it was; else the differences by kind, and what is known of every
+    // window and GDI object that is new.
     [[nodiscard]] testing::AssertionResult Unchanged() const;
     // The same as an expectation.
     void ExpectUnchanged() const;
 
 private:
+    std::set<std::string> m_leftOut;
     ObjectCounts m_counts;
-    std::map<HWND, std::string> m_windows;
+    ObjectCounts m_objects; // by what is known of each
 };
 
 // Makes the system create what it keeps for good at the first use: cached DCs, the message box, the
