@@ -162,7 +162,7 @@ public:
             shown = true;
             shots.Take(window, L"dialog-modal");
         };
-        modal.DoModal();
+        RunPageModal(modal);
         if (!shown)
             shots.Fail(L"dialog-modal");
     }
@@ -172,7 +172,7 @@ protected:
     afx_msg void OnShowModal()
     {
         ModalDlg modal(this);
-        modal.DoModal();
+        RunPageModal(modal);
     }
     afx_msg void OnLockWidth() { m_lockedWidth.Open(); }
     afx_msg void OnLockHeight() { m_lockedHeight.Open(); }

@@ -34,7 +34,7 @@ protected:
         const VoWindowShow hidden(this, SW_HIDE);
         EditorCommandDlg modal(m_host);
         modal.m_offersModal = false;
-        modal.DoModal();
+        RunPageModal(modal);
     }
 
     BOOL OnInitDialog() override

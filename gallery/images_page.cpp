@@ -147,7 +147,7 @@ protected:
                            L"图像 Pictures (*.bmp;*.png;*.jpg;*.gif)|*.bmp;*.png;*.jpg;*.jpeg;*.gif|"
                            L"所有文件 All files (*.*)|*.*||",
                            this);
-        if (dialog.DoModal() != IDOK)
+        if (RunPageModal(dialog) != IDOK)
             return;
         if (!m_original.SetBmp(dialog.GetPathName()))
             AfxMessageBox(L"无法读取该图像。 The picture cannot be read.");
@@ -158,7 +158,7 @@ protected:
     {
         CFileDialog dialog(FALSE, L"bmp", L"image.bmp", OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
                            L"位图 Bitmap (*.bmp)|*.bmp||", this);
-        if (dialog.DoModal() == IDOK && !m_dib.Save(dialog.GetPathName()))
+        if (RunPageModal(dialog) == IDOK && !m_dib.Save(dialog.GetPathName()))
             AfxMessageBox(L"无法保存该图像。 The picture cannot be saved.");
     }
 

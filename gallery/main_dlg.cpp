@@ -98,7 +98,7 @@ void MainDlg::OnCancel()
 {
     if (m_canvas.IsPicking())
         m_canvas.CancelPick();
-    else
+    else if (!IsPageModalRunning()) // which would go on without this window, and perhaps without any
         VGuiDlg::OnCancel();
 }
 

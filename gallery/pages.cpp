@@ -1,5 +1,25 @@
 #include "gallery/pages.h"
 
+namespace
+{
+
+int g_modals = 0;
+
+} // namespace
+
+INT_PTR RunPageModal(CDialog& dialog)
+{
+    ++g_modals;
+    const INT_PTR result = dialog.DoModal();
+    --g_modals;
+    return result;
+}
+
+bool IsPageModalRunning()
+{
+    return g_modals > 0;
+}
+
 IMPLEMENT_DYNAMIC(PageDlg, VGuiDlg)
 
 PageDlg::PageDlg(UINT nIDTemplate, CWnd* pParent)

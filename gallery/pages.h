@@ -32,6 +32,10 @@ private:
     CWnd* m_pOwner;
 };
 
+// Runs a page's modal dialog; the main dialog stays open as long.
+INT_PTR RunPageModal(CDialog& dialog);
+[[nodiscard]] bool IsPageModalRunning();
+
 // What pages may use of the main dialog. It outlives them.
 struct PageHost {
     CWnd& window;
