@@ -42,6 +42,8 @@ bool IsWine()
     return ::GetProcAddress(::GetModuleHandle(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
+constexpr const char* kSystemColorPen = "pen of a system colour";
+
 // What the upper word of a handle of this kind says.
 const char* GdiKind(int kind)
 {
@@ -79,6 +81,21 @@ const BYTE* ProcessEnvironment()
     return reinterpret_cast<const BYTE*>(information.PebBaseAddress);
 }
 
+// Wine makes a pen of a system colour at its first use and keeps it; which part of it uses which is its own
+// affair.
+bool IsSystemColorPen(HGDIOBJ object)
+{
+    LOGPEN pen{};
+    if (::GetObject(object, sizeof pen, &pen) != sizeof pen || pen.lopnStyle != PS_SOLID ||
+        pen.lopnWidth.x > 1)
+        return false;
+    for (int color = 0; color <= COLOR_MENUBAR; ++color) {
+        if (::GetSysColor(color) == pen.lopnColor)
+            return true;
+    }
+    return false;
+}
+
 // Calls visit(kind, handle) for every GDI object.
 template <class Visit>
 void ForEachGdiObject(Visit visit)
@@ -86,9 +103,12 @@ void ForEachGdiObject(Visit visit)
     const GdiTableEntry* table;
     memcpy(&table, ProcessEnvironment() + kGdiTableOffset, sizeof table);
     for (int i = 0; table != nullptr && i < kGdiTableSize; ++i) {
+        if (table[i].type == 0)
+            continue;
         const DWORD unique = table[i].unique;
-        if (table[i].type != 0)
-            visit(GdiKind(unique & kKindMask), reinterpret_cast<HGDIOBJ>(ULONG_PTR{unique << 16 | i}));
+        const auto object = reinterpret_cast<HGDIOBJ>(ULONG_PTR{unique << 16 | i});
+        const char* const kind = GdiKind(unique & kKindMask);
+        visit(strcmp(kind, "pen") == 0 && IsSystemColorPen(object) ? kSystemColorPen : kind, object);
     }
 }
 #else
